@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+// The rules of the personal number (EGN) as this system applies them. Each test answers
+// true when it found a fault. None looks at the length: that is the caller's first check.
+// The rules are narrower than the public ones on purpose: a number with the century code
+// of the 1800s, of 1900-1909 or of 2010 onwards cannot enter.
+
+// True when the day is impossible for the month (a month it cannot place is not its fault).
+bool EgnDateBad(const QString &egn);
+// True when characters 3-4 are not a month this system takes.
+bool EgnMonthBad(const QString &egn);
+// True when the tenth character is not the computed check digit.
+bool EgnCheckDigitBad(const QString &egn);
+// The check digit that the first nine characters call for.
+int EgnCheckDigit(const QString &egn);
+
+// The birth date as text day.month.year, e.g. "12.5.2005" for 0545120006, "01.01.1975".
+QString EgnBirthDateText(const QString &egn);
+// The date that text names, or nullopt when it names none (day 00, month 00, 31.04 ...).
+std::optional<QDate> EgnBirthDate(const QString &egn);
+// "М" or "Ж" (Cyrillic), from the ninth character: even is male.
+QString EgnSex(const QString &egn);
+
+// Whether on `today` the patient is past the eighteenth birthday; on the birthday itself
+// not yet. nullopt when the number names no birth date, so that no price is ever guessed.
+std::optional<bool> EgnOverEighteen(const QString &egn, const QDate &today);

@@ -1,0 +1,22 @@
+#include "shell/cli/Command.h"
+
+#include "shell/cli/DemoCommand.h"
+#include "shell/cli/EgnCommand.h"
+#include "shell/cli/ImportPostcodesCommand.h"
+
+std::vector<std::unique_ptr<Command>> allCommands()
+{
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<EgnCommand>());
+    commands.push_back(std::make_unique<DemoCommand>());
+    commands.push_back(std::make_unique<ImportPostcodesCommand>());
+    return commands;
+}
+
+std::unique_ptr<Command> findCommand(const QString &name)
+{
+    for (auto &command : allCommands())
+        if (command->name() == name)
+            return std::move(command);
+    return nullptr;
+}

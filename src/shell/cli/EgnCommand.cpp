@@ -1,0 +1,57 @@
+#include "shell/cli/EgnCommand.h"
+
+#include "patients/EgnRules.h"
+#include "store/Dates.h"
+
+#include <QCommandLineParser>
+
+QString EgnCommand::summary() const { return QStringLiteral("check personal numbers (EGN)"); }
+
+QString EgnCommand::describe(const QString &egn, const QDate &today)
+{
+    const auto flag = [](bool fault) { return fault ? QStringLiteral("1") : QStringLiteral("0"); };
+    const std::optional<bool> over = EgnOverEighteen(egn, today);
+    const QString adult = over ? flag(*over) : QStringLiteral("?");
+    return QStringList{egn, flag(EgnDateBad(egn)), flag(EgnMonthBad(egn)), flag(EgnCheckDigitBad(egn)),
+                       EgnBirthDateText(egn), EgnSex(egn), adult}
+        .join(u'\t');
+}
+
+int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "For each NUMBER prints: number, date fault, month fault, check digit fault (0/1), birth date text,\n"
+        "sex (М/Ж), over eighteen (1/0, ? when the number names no birth date), separated by tabs."));
+    parser.addHelpOption();
+    const QCommandLineOption todayOption(QStringLiteral("today"), QStringLiteral("The day to judge the age on."),
+                                         QStringLiteral("DD.MM.YYYY"));
+    parser.addOption(todayOption);
+    parser.addPositionalArgument(QStringLiteral("NUMBER"), QStringLiteral("Personal numbers to check."),
+                                 QStringLiteral("NUMBER..."));
+    if (!parser.parse(arguments)) {
+        err << parser.errorText() << Qt::endl;
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        out << parser.helpText();
+        return 0;
+    }
+    QDate today = QDate::currentDate();
+    if (parser.isSet(todayOption)) {
+        const auto given = dates::fromTyped(parser.value(todayOption));
+        if (!given) {
+            err << "egn: --today wants a date as DD.MM.YYYY, not " << parser.value(todayOption) << Qt::endl;
+            return 2;
+        }
+        today = *given;
+    }
+    if (parser.positionalArguments().isEmpty()) {
+        err << "egn: give at least one number" << Qt::endl;
+        return 2;
+    }
+    for (const QString &egn : parser.positionalArguments())
+        out << describe(egn, today) << '\n';
+    out.flush();
+    return 0;
+}

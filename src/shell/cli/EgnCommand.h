@@ -1,0 +1,17 @@
+#pragma once
+
+#include "shell/cli/Command.h"
+
+#include <QDate>
+
+// velmorata egn [--today DD.MM.YYYY] NUMBER...: one line per number with the verdicts of the
+// three tests, the birth date text, the sex and the over-eighteen answer, separated by tabs.
+class EgnCommand final : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("egn"); }
+    QString summary() const override;
+    int execute(const QStringList &arguments, QTextStream &out, QTextStream &err) override;
+
+    static QString describe(const QString &egn, const QDate &today);
+};

@@ -1,0 +1,46 @@
+#include "shell/cli/ImportPostcodesCommand.h"
+
+#include "store/DataPaths.h"
+#include "store/ReferenceData.h"
+#include "store/Sql.h"
+#include "store/Store.h"
+
+#include <QCommandLineParser>
+
+int ImportPostcodesCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Replaces the post codes of data.db by the rows of a CSV file with the columns\n"
+        "PKod, Tawn, Obsh, Obl, ZK, ZdRn (by header; others are ignored; comma or semicolon).\n"
+        "Nothing changes unless every line of the file is good."));
+    parser.addHelpOption();
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
+                                     store::DataPaths::defaultFolder());
+    parser.addOption(dataDir);
+    parser.addPositionalArgument(QStringLiteral("FILE.csv"), QStringLiteral("The post code list."));
+    if (!parser.parse(arguments)) {
+        err << "import-postcodes: " << parser.errorText() << Qt::endl;
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        out << parser.helpText();
+        return 0;
+    }
+    if (parser.positionalArguments().size() != 1) {
+        err << "import-postcodes: give exactly one CSV file" << Qt::endl;
+        return 2;
+    }
+    if (auto opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir))); !opened) {
+        err << "import-postcodes: " << opened.error() << Qt::endl;
+        return 1;
+    }
+    const auto loaded = store::importPostCodes(store::dataDb(), parser.positionalArguments().first());
+    store::closeStore();
+    if (!loaded) {
+        err << "import-postcodes: " << loaded.error() << Qt::endl;
+        return 1;
+    }
+    out << "Post codes loaded: " << loaded.value() << Qt::endl;
+    return 0;
+}

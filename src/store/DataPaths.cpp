@@ -1,0 +1,24 @@
+#include "store/DataPaths.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace store {
+
+DataPaths DataPaths::inFolder(const QString &folder)
+{
+    const QDir dir(folder);
+    const QString absolute = dir.absolutePath();
+    return {absolute, dir.absoluteFilePath(QStringLiteral("velmorata.db")),
+            dir.absoluteFilePath(QStringLiteral("data.db")), dir.absoluteFilePath(QStringLiteral("temp.db"))};
+}
+
+QString DataPaths::defaultFolder()
+{
+    QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (base.isEmpty())
+        base = QDir::homePath() + QStringLiteral("/.local/share");
+    return base + QStringLiteral("/velmorata");
+}
+
+} // namespace store
