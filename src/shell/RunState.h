@@ -21,6 +21,7 @@ struct RunState final
     QString ReportKind;     // "1".."5": which report the period dialog serves
     QString CardMode;       // "New", "Edit" or " "
     qint16 MinutesLeft = 0; // minutes left of today's working day; may go below zero
+    qint16 nIDMedic = 0;    // numeric reading of the signed-in doctor's access code (sign-in)
     QString ExportUin;
     QString SheetEgn;
     bool SheetHasExam = false;

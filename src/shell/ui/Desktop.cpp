@@ -1,15 +1,41 @@
 #include "shell/ui/Desktop.h"
 
+#include "admin/ui/MedicAdd.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
 #include "shell/Startup.h"
+#include "shell/ui/Password.h"
 #include "shell/ui/Splash.h"
 #include "shell/ui/WidgetDialogs.h"
+#include "shell/ui/frmMain.h"
 #include "store/InstanceLock.h"
 #include "store/Store.h"
 
 #include <QApplication>
 #include <QDir>
+
+Outcome openDataFolder(const store::DataPaths &paths, store::InstanceLock &lock)
+{
+    if (!QDir().mkpath(paths.folder))
+        return Outcome::failure(QStringLiteral("Папката с данните %1 не може да се създаде.").arg(paths.folder));
+    if (!lock.acquire())
+        return Outcome::failure(QStringLiteral("Програмата вече работи с папката с данни ") + paths.folder + u'.');
+    return store::openStore(paths);
+}
+
+bool signInAtStart()
+{
+    const auto doctors = CheckDoctors();
+    if (!doctors) {
+        dialogs().information(doctors.error());
+        return false;
+    }
+    if (!doctors.value()) {
+        MedicAdd firstDoctor;
+        firstDoctor.exec();
+    }
+    return Password::signIn();
+}
 
 int runDesktop(const QString &dataFolder)
 {
@@ -21,31 +47,17 @@ int runDesktop(const QString &dataFolder)
     Splash splash;
     splash.showUntilNextSecond();
 
-    if (!QDir().mkpath(paths.folder)) {
-        dialogs().information(QStringLiteral("Папката с данните %1 не може да се създаде.").arg(paths.folder));
-        return 1;
-    }
     store::InstanceLock lock(paths.folder);
-    if (!lock.acquire()) {
-        dialogs().information(QStringLiteral("Програмата вече работи с папката с данни ") + paths.folder + u'.');
-        return 1;
-    }
-    if (auto opened = store::openStore(paths); !opened) {
+    if (const Outcome opened = openDataFolder(paths, lock); !opened) {
         dialogs().information(opened.error());
         return 1;
     }
-    const auto doctors = CheckDoctors();
-    if (!doctors) {
-        dialogs().information(doctors.error());
-        store::closeStore();
-        return 1;
+    int exitCode = 0;
+    if (signInAtStart()) {
+        frmMain main;
+        main.show();
+        exitCode = QApplication::exec();
     }
-    if (!doctors.value()) {
-        dialogs().information(QStringLiteral("Няма регистриран лекар."));
-        store::closeStore();
-        return 0;
-    }
-    dialogs().information(QStringLiteral("Главният прозорец още не е готов."));
     store::closeStore();
-    return 0;
+    return exitCode;
 }

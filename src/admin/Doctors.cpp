@@ -1,0 +1,129 @@
+#include "admin/Doctors.h"
+
+#include "admin/AccessCodes.h"
+#include "store/Sql.h"
+#include "store/TextReading.h"
+
+#include <limits>
+#include <stdexcept>
+
+namespace doctors {
+
+QString MedicAddCheck(const DoctorEntry &entry)
+{
+    if (entry.names.isEmpty())
+        return QStringLiteral("Моля, попълнете името на стоматолога!");
+    if (entry.number.isEmpty())
+        return QStringLiteral("Моля, попълнете номера на стоматолога!");
+    if (entry.practiceCode.isEmpty())
+        return QStringLiteral("Моля, попълнете кода на практиката на стоматолога!");
+    if (entry.accessCode.isEmpty())
+        return QStringLiteral("Моля, попълнете паролата!");
+    // Six characters pass, whatever the message says.
+    if (entry.accessCode.size() < MinimumAccessCodeLength)
+        return QStringLiteral("Минималната дължина на паролата е повече от 6 символа!");
+    return {};
+}
+
+Outcome addDoctor(const DoctorEntry &entry)
+{
+    try {
+        const QString hash = accesscodes::hashForStorage(entry.accessCode);
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Medic (Names, EGN, KodMedic, Password) VALUES (?, ?, ?, ?)"),
+                   {entry.names, entry.number, entry.practiceCode, store::textOrNull(hash)});
+        return Outcome::success();
+    } catch (const store::SqlError &error) {
+        return Outcome::failure(QStringLiteral("Лекарят не е записан: ") + error.message());
+    } catch (const std::runtime_error &error) {
+        return Outcome::failure(QStringLiteral("Лекарят не е записан: ") + QString::fromUtf8(error.what()));
+    }
+}
+
+Result<int> doctorCount()
+{
+    try {
+        return Result<int>::success(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt());
+    } catch (const store::SqlError &error) {
+        return Result<int>::failure(error.message());
+    }
+}
+
+Result<QStringList> doctorNames()
+{
+    try {
+        QSqlQuery rows = store::run(store::clinicDb(), QStringLiteral("SELECT Names FROM Medic ORDER BY ID"));
+        QStringList names;
+        while (rows.next())
+            names << rows.value(0).toString();
+        return Result<QStringList>::success(names);
+    } catch (const store::SqlError &error) {
+        return Result<QStringList>::failure(error.message());
+    }
+}
+
+Result<std::optional<SignInRecord>> lookUpDoctor(const QString &chosenName)
+{
+    using Found = std::optional<SignInRecord>;
+    try {
+        // Names may carry blanks the user does not see, so the trimmed texts are compared here
+        // rather than in SQL; the walk goes on past a match, so the later row wins.
+        QSqlQuery rows = store::run(store::clinicDb(),
+                                    QStringLiteral("SELECT Names, Password, KodMedic FROM Medic ORDER BY ID"));
+        const QString wanted = chosenName.trimmed();
+        Found found;
+        while (rows.next())
+            if (rows.value(0).toString().trimmed() == wanted)
+                found = SignInRecord{rows.value(1).toString().trimmed(), rows.value(2).toString().trimmed(),
+                                     rows.value(0).toString().trimmed()};
+        return Result<Found>::success(found);
+    } catch (const store::SqlError &error) {
+        return Result<Found>::failure(error.message());
+    }
+}
+
+bool sameCode(const QString &stored, const QString &typed)
+{
+    if (stored.trimmed().isEmpty())
+        return typed.trimmed().isEmpty();
+    return accesscodes::matches(stored, typed);
+}
+
+Result<qint16> accessCodeNumber(const QString &typed)
+{
+    const qint64 number = text::leadingNumber(typed.trimmed());
+    if (number > std::numeric_limits<qint16>::max())
+        return Result<qint16>::failure(
+            QStringLiteral("Кодът за достъп е число, по-голямо от 32767, и не може да служи за номер на лекаря "
+                           "в новите картони. Сменете паролата от „Служебна“ – „Смяна на паролата“."));
+    return Result<qint16>::success(qint16(number));
+}
+
+Result<QString> keptCode(const QString &names)
+{
+    try {
+        const QVariant code = store::scalar(
+            store::clinicDb(), QStringLiteral("SELECT Password FROM Medic WHERE Names = ? ORDER BY ID LIMIT 1"), {names});
+        return Result<QString>::success(code.toString().trimmed());
+    } catch (const store::SqlError &error) {
+        return Result<QString>::failure(error.message());
+    }
+}
+
+Outcome changeCode(const QString &names, const QString &newCode)
+{
+    try {
+        const QString hash = accesscodes::hashForStorage(newCode);
+        store::run(store::clinicDb(),
+                   QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = "
+                                  "(SELECT MIN(ID) FROM Medic WHERE Names = ?)"),
+                   {store::textOrNull(hash), names});
+        return Outcome::success();
+    } catch (const store::SqlError &error) {
+        return Outcome::failure(QStringLiteral("Паролата не е сменена: ") + error.message());
+    } catch (const std::runtime_error &error) {
+        return Outcome::failure(QStringLiteral("Паролата не е сменена: ") + QString::fromUtf8(error.what()));
+    }
+}
+
+} // namespace doctors

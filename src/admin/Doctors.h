@@ -1,0 +1,59 @@
+#pragma once
+
+#include "store/Result.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The doctors of the practice (table Medic): entering a new one, the names offered at sign-in,
+// the look-up of a chosen name and the change of an access code. Access codes are stored as
+// hashes (admin/AccessCodes.h); everything here compares what is typed with the stored hash.
+namespace doctors {
+
+// What MedicAdd holds: txtFields 1 to 4.
+struct DoctorEntry final
+{
+    QString names;        // "Имена"
+    QString number;       // "Номер", stored as EGN
+    QString practiceCode; // "Код практика", stored as KodMedic
+    QString accessCode;   // "Код за достъп", stored hashed
+};
+
+inline constexpr int MinimumAccessCodeLength = 6;
+
+// The message of the first check the entry fails, in the form's order, or an empty text when it
+// passes them all. Values are taken as typed: a blank is content.
+QString MedicAddCheck(const DoctorEntry &entry);
+// Stores the entry as a new row of Medic, the access code hashed.
+Outcome addDoctor(const DoctorEntry &entry);
+
+Result<int> doctorCount();
+// Names of all doctors in table order, as stored.
+Result<QStringList> doctorNames();
+
+struct SignInRecord final
+{
+    QString accessCode; // the stored hash, trimmed; empty when the doctor has no code
+    QString kodMedic;   // trimmed
+    QString names;      // trimmed
+};
+// The doctor whose trimmed name equals the trimmed chosen name; of two with one name the later
+// row wins. nullopt when no row has that name.
+Result<std::optional<SignInRecord>> lookUpDoctor(const QString &chosenName);
+
+// Whether a typed code is the stored one, blanks around it not counting. An empty stored code
+// equals only an empty typed one; callers that sign in must refuse the empty code themselves.
+bool sameCode(const QString &stored, const QString &typed);
+// nIDMedic: the numeric reading of an access code as a signed 16-bit value. A code whose
+// number does not fit is refused with a message instead of overflowing.
+Result<qint16> accessCodeNumber(const QString &typed);
+
+// The stored code of the first doctor of that exact name, empty when there is none.
+Result<QString> keptCode(const QString &names);
+// Gives the first doctor of that exact name the new code (may be empty). Succeeds also when no
+// row has the name, as nothing is then to be changed.
+Outcome changeCode(const QString &names, const QString &newCode);
+
+} // namespace doctors
