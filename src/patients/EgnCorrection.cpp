@@ -1,0 +1,59 @@
+#include "patients/EgnCorrection.h"
+
+#include "patients/EgnMessages.h"
+#include "store/Sql.h"
+
+namespace egncorrection {
+namespace {
+
+const QChar CarriageReturn(13);
+
+int rewriteFirstRow(const QString &table, const QString &oldEgn, const QString &newEgn)
+{
+    const QVariant id =
+        store::scalar(store::clinicDb(), QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {oldEgn});
+    if (id.isNull())
+        return 0;
+    return store::run(store::clinicDb(), QStringLiteral("UPDATE %1 SET EGN = ? WHERE ID = ?").arg(table), {newEgn, id})
+        .numRowsAffected();
+}
+
+bool heldByAnotherPatient(const QString &oldEgn, const QString &newEgn)
+{
+    if (newEgn == oldEgn)
+        return false;
+    const auto db = store::clinicDb();
+    return store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE EGN = ?"), {newEgn}).toInt() > 0 ||
+           store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Dental WHERE EGN = ?"), {newEgn}).toInt() > 0;
+}
+
+} // namespace
+
+bool lengthWrong(const QString &typed) { return typed.trimmed().size() != 10; }
+
+QString oldNumberWarning() { return QStringLiteral("Грешно ЕГН!") + CarriageReturn + QStringLiteral("Моля, проверете старото ЕГН!"); }
+
+QString newNumberWarning() { return QStringLiteral("Грешно ЕГН!") + CarriageReturn + QStringLiteral("Моля, проверете новото ЕГН!"); }
+
+Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped)
+{
+    const QString oldEgn = oldTyped.trimmed();
+    const QString newEgn = newTyped.trimmed();
+    try {
+        store::Transaction transaction(store::clinicDb());
+        if (heldByAnotherPatient(oldEgn, newEgn))
+            return Result<Moved>::failure(egnmessages::withNumber(QStringLiteral("Това ЕГН вече е на друг пациент:"), newEgn) +
+                                          CarriageReturn + QStringLiteral("Номерът не е сменен."));
+        Moved moved;
+        moved.pacients = rewriteFirstRow(QStringLiteral("Pacients"), oldEgn, newEgn);
+        moved.dental = rewriteFirstRow(QStringLiteral("Dental"), oldEgn, newEgn);
+        moved.help = store::run(store::clinicDb(), QStringLiteral("UPDATE Help SET EGN = ? WHERE EGN = ?"), {newEgn, oldEgn})
+                         .numRowsAffected();
+        transaction.commit();
+        return Result<Moved>::success(moved);
+    } catch (const store::SqlError &error) {
+        return Result<Moved>::failure(QStringLiteral("Номерът не е сменен!") + CarriageReturn + error.message());
+    }
+}
+
+} // namespace egncorrection

@@ -1,0 +1,334 @@
+#include "patients/PatientCard.h"
+
+#include "patients/EgnMessages.h"
+#include "patients/EgnRules.h"
+#include "store/Dates.h"
+#include "store/Schema.h"
+#include "store/Sql.h"
+
+#include <QSqlError>
+
+namespace patientcard {
+namespace {
+
+const QString DataR = QStringLiteral("DataR");
+const QChar CarriageReturn(13);
+
+// Registration dates are kept as dates when they are dates; anything else is kept as typed.
+QVariant storedRegistrationDate(const QString &typed)
+{
+    if (const auto date = dates::fromTyped(typed.trimmed()))
+        return dates::toIso(*date);
+    return store::textOrNull(typed);
+}
+
+QVariant storedBirthDate(const QString &egn)
+{
+    if (const auto born = EgnBirthDate(egn))
+        return dates::toIso(*born);
+    return store::textOrNull(EgnBirthDateText(egn));
+}
+
+QVariant fieldValue(const CardData &card, const QString &field)
+{
+    const QString value = card.fields.value(field);
+    return field == DataR ? storedRegistrationDate(value) : store::textOrNull(value);
+}
+
+bool failsNumberRules(const QString &egn)
+{
+    return egn.size() != 10 || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn);
+}
+
+QVariant firstRowId(const QString &table, const QString &egn)
+{
+    return store::scalar(store::clinicDb(),
+                         QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {egn});
+}
+
+void readPersonalData(CardData &card, const QString &egn)
+{
+    QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT * FROM Pacients WHERE ID = ?"),
+                               {card.pacientRowId});
+    if (!row.next())
+        return;
+    for (const QString &field : editedFields())
+        card.fields.insert(field, row.value(field).toString());
+    card.fields.insert(DataR, dates::isoToTyped(card.fields.value(DataR)));
+    card.fields.insert(QStringLiteral("EGN"), egn);
+}
+
+void readChart(CardData &card)
+{
+    if (card.dentalRowId == 0)
+        return;
+    QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT * FROM Dental WHERE ID = ?"),
+                               {card.dentalRowId});
+    if (!row.next())
+        return;
+    const QStringList names = store::chartFieldNames();
+    for (int i = 0; i < names.size(); ++i)
+        card.chart[i] = row.value(names.at(i)).toString();
+}
+
+void insertChart(const CardData &card, const QString &egn)
+{
+    const QStringList names = store::chartFieldNames();
+    QSqlQuery insert(store::clinicDb());
+    insert.prepare(QStringLiteral("INSERT INTO Dental (EGN, %1) VALUES (?%2)")
+                       .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size())));
+    insert.addBindValue(egn);
+    for (const QString &text : card.chart)
+        insert.addBindValue(store::textOrNull(text));
+    if (!insert.exec())
+        throw store::SqlError(insert.lastError().text());
+}
+
+void updateChart(const CardData &card)
+{
+    const QStringList names = store::chartFieldNames();
+    QSqlQuery update(store::clinicDb());
+    update.prepare(QStringLiteral("UPDATE Dental SET %1 = ? WHERE ID = ?").arg(names.join(QStringLiteral(" = ?, "))));
+    for (const QString &text : card.chart)
+        update.addBindValue(store::textOrNull(text));
+    update.addBindValue(card.dentalRowId);
+    if (!update.exec())
+        throw store::SqlError(update.lastError().text());
+}
+
+void writeChart(const CardData &card, const QString &egn)
+{
+    if (card.dentalRowId != 0 && store::scalar(store::clinicDb(), QStringLiteral("SELECT ID FROM Dental WHERE ID = ?"),
+                                                {card.dentalRowId})
+                                     .isValid())
+        updateChart(card);
+    else
+        insertChart(card, egn);
+}
+
+void insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp)
+{
+    QHash<QString, QVariant> values;
+    for (const QString &field : editedFields())
+        values.insert(field, fieldValue(card, field));
+    values.insert(QStringLiteral("EGN"), egn);
+    values.insert(QStringLiteral("LKod"), store::textOrNull(stamp.medicCode));
+    values.insert(QStringLiteral("IDName"), stamp.idName ? QVariant(*stamp.idName) : QVariant());
+    values.insert(QStringLiteral("RZOK"), store::textOrNull(stamp.postRzok));
+    values.insert(QStringLiteral("ZR"), store::textOrNull(stamp.postZr));
+    values.insert(QStringLiteral("DataB"), storedBirthDate(egn));
+    const QStringList names = values.keys();
+    QSqlQuery insert(store::clinicDb());
+    insert.prepare(QStringLiteral("INSERT INTO Pacients (%1) VALUES (?%2)")
+                       .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size() - 1)));
+    for (const QString &name : names)
+        insert.addBindValue(values.value(name));
+    if (!insert.exec())
+        throw store::SqlError(insert.lastError().text());
+}
+
+void updatePersonalData(const CardData &card)
+{
+    QSqlQuery update(store::clinicDb());
+    update.prepare(
+        QStringLiteral("UPDATE Pacients SET %1 = ? WHERE ID = ?").arg(editedFields().join(QStringLiteral(" = ?, "))));
+    for (const QString &field : editedFields())
+        update.addBindValue(fieldValue(card, field));
+    update.addBindValue(card.pacientRowId);
+    if (!update.exec())
+        throw store::SqlError(update.lastError().text());
+}
+
+QString storeFailure(const QString &what, const store::SqlError &error)
+{
+    return what + CarriageReturn + error.message();
+}
+
+} // namespace
+
+const QStringList &editedFields()
+{
+    static const QStringList fields{
+        QStringLiteral("Names"), QStringLiteral("PKod"),  QStringLiteral("UL"),     QStringLiteral("DataR"),
+        QStringLiteral("ZBook"), QStringLiteral("DTel"),  QStringLiteral("STel"),   QStringLiteral("MTel"),
+        QStringLiteral("RBook"), QStringLiteral("Pol"),   QStringLiteral("KrGr"),   QStringLiteral("Ph"),
+        QStringLiteral("Work"),  QStringLiteral("Prof"),  QStringLiteral("Tawn"),   QStringLiteral("Obsh"),
+        QStringLiteral("Obl"),   QStringLiteral("AP"),    QStringLiteral("ET"),     QStringLiteral("VX"),
+        QStringLiteral("BL"),    QStringLiteral("KV"),    QStringLiteral("RZOK"),   QStringLiteral("ZR"),
+        QStringLiteral("Country"), QStringLiteral("Type"), QStringLiteral("Nep"),   QStringLiteral("Osob"),
+        QStringLiteral("ZabNaw"), QStringLiteral("ZabOld")};
+    return fields;
+}
+
+Result<std::optional<CardData>> loadPatient(const QString &egn)
+{
+    try {
+        const QVariant pacientId = firstRowId(QStringLiteral("Pacients"), egn);
+        if (pacientId.isNull())
+            return Result<std::optional<CardData>>::success(std::nullopt);
+        CardData card;
+        card.pacientRowId = pacientId.toLongLong();
+        card.dentalRowId = firstRowId(QStringLiteral("Dental"), egn).toLongLong();
+        readPersonalData(card, egn);
+        readChart(card);
+        return Result<std::optional<CardData>>::success(card);
+    } catch (const store::SqlError &error) {
+        return Result<std::optional<CardData>>::failure(storeFailure(QStringLiteral("Картонът не може да бъде прочетен!"), error));
+    }
+}
+
+Result<EgnEntry> checkEnteredEgn(const QString &typed)
+{
+    EgnEntry entry;
+    QString boxText = typed;
+    if (boxText.size() != 10) {
+        // The card closes, and the rules still run on the emptied box.
+        entry.messages << egnmessages::InvalidLength;
+        entry.closeCard = true;
+        boxText.clear();
+    }
+    const QString egn = boxText.trimmed();
+    const QString ruleHead = EgnDateBad(egn)          ? egnmessages::DateHead
+                             : EgnMonthBad(egn)       ? egnmessages::MonthHead
+                             : EgnCheckDigitBad(egn) ? egnmessages::CheckDigitHead
+                                                      : QString();
+    if (!ruleHead.isEmpty())
+        entry.messages << egnmessages::withNumber(ruleHead, egn);
+    if (!ruleHead.isEmpty() || entry.closeCard)
+        return Result<EgnEntry>::success(entry);
+    entry.sex = EgnSex(egn);
+    entry.shownEgn = boxText;
+    try {
+        const QVariant name = store::scalar(
+            store::clinicDb(), QStringLiteral("SELECT Names FROM Pacients WHERE EGN = ? ORDER BY ID"), {boxText});
+        entry.verdict = name.isValid() ? EgnVerdict::ExistingPatient : EgnVerdict::NewPatient;
+        entry.existingName = name.toString();
+    } catch (const store::SqlError &error) {
+        return Result<EgnEntry>::failure(storeFailure(QStringLiteral("Пациентите не могат да бъдат прочетени!"), error));
+    }
+    if (entry.verdict == EgnVerdict::ExistingPatient)
+        entry.messages << QStringLiteral("Имате пациент с това ЕГН!") + CarriageReturn + QStringLiteral("Ще покажа данните.");
+    return Result<EgnEntry>::success(entry);
+}
+
+Result<std::optional<PostPlace>> findPostCode(const QString &pkod)
+{
+    try {
+        QSqlQuery row = store::run(store::dataDb(),
+                                   QStringLiteral("SELECT Tawn, Obsh, Obl, ZK, ZdRn FROM PostCode WHERE PKod = ? ORDER BY ID"),
+                                   {pkod});
+        if (!row.next())
+            return Result<std::optional<PostPlace>>::success(std::nullopt);
+        return Result<std::optional<PostPlace>>::success(PostPlace{row.value(0).toString(), row.value(1).toString(),
+                                                                   row.value(2).toString(), row.value(3).toString(),
+                                                                   row.value(4).toString()});
+    } catch (const store::SqlError &error) {
+        return Result<std::optional<PostPlace>>::failure(
+            storeFailure(QStringLiteral("Таблицата на пощенските кодове не може да бъде прочетена!"), error));
+    }
+}
+
+QString postCodeUnknownMessage()
+{
+    return QStringLiteral("Няма данни за населеното място ") + CarriageReturn + QStringLiteral("или за пощенски код е сгрешен!");
+}
+
+bool namesIncomplete(const QString &typed)
+{
+    // The words before the first blank, when they are all the name, are one name only.
+    const qsizetype blank = typed.indexOf(u' ');
+    const QString firstPart = blank < 0 ? QString() : typed.left(blank + 1).trimmed();
+    return firstPart.size() == typed.trimmed().size();
+}
+
+QString namesIncompleteMessage() { return QStringLiteral("Въведете трите имена на пациента!"); }
+
+bool healthBookInvalid(const QString &typed) { return typed.trimmed().size() != 8; }
+
+QString healthBookMessage() { return QStringLiteral("Номера на здравната книжка е невалиден!"); }
+
+QString quarterWithPrefix(const QString &typed)
+{
+    const QString trimmed = typed.trimmed();
+    if (trimmed.startsWith(QStringLiteral("к-с")) || trimmed.startsWith(QStringLiteral("кв.")))
+        return typed;
+    return QStringLiteral("кв. ") + typed;
+}
+
+QString streetWithPrefix(const QString &typed)
+{
+    // "!" is typed for "№"; its place is counted in the text as typed and applied to the
+    // trimmed text, so leading blanks shift it.
+    QString street = typed;
+    const qsizetype mark = typed.indexOf(u'!');
+    if (mark >= 0) {
+        const QString trimmed = typed.trimmed();
+        street = trimmed.left(mark) + QStringLiteral("№") + trimmed.mid(mark + 1);
+    }
+    const QString trimmed = street.trimmed();
+    if (trimmed.startsWith(QStringLiteral("бул.")) || trimmed.startsWith(QStringLiteral("ул.")))
+        return street;
+    return QStringLiteral("ул. ") + street;
+}
+
+Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp)
+{
+    if (failsNumberRules(egn.trimmed()))
+        return Result<CardData>::failure(QStringLiteral("Няма въведено валидно ЕГН!") + CarriageReturn +
+                                         QStringLiteral("Картонът не е записан."));
+    try {
+        store::Transaction transaction(store::clinicDb());
+        if (!firstRowId(QStringLiteral("Pacients"), egn).isNull())
+            return Result<CardData>::failure(egnmessages::withNumber(QStringLiteral("Вече има пациент с това ЕГН:"), egn) +
+                                             CarriageReturn + QStringLiteral("Картонът не е записан."));
+        insertPersonalData(card, egn, stamp);
+        insertChart(card, egn);
+        transaction.commit();
+        auto stored = loadPatient(egn);
+        if (!stored || !stored.value())
+            return Result<CardData>::failure(stored ? QStringLiteral("Картонът не е записан.") : stored.error());
+        return Result<CardData>::success(*stored.value());
+    } catch (const store::SqlError &error) {
+        return Result<CardData>::failure(storeFailure(QStringLiteral("Картонът не е записан!"), error));
+    }
+}
+
+Result<CardData> saveCardChanges(const CardData &card, const QString &egn)
+{
+    if (card.pacientRowId == 0)
+        return Result<CardData>::failure(QStringLiteral("Няма въведено валидно ЕГН!") + CarriageReturn +
+                                         QStringLiteral("Картонът не е записан."));
+    try {
+        store::Transaction transaction(store::clinicDb());
+        updatePersonalData(card);
+        writeChart(card, egn);
+        transaction.commit();
+        CardData stored = card;
+        stored.dentalRowId = firstRowId(QStringLiteral("Dental"), egn).toLongLong();
+        return Result<CardData>::success(stored);
+    } catch (const store::SqlError &error) {
+        return Result<CardData>::failure(storeFailure(QStringLiteral("Промените по картона не са записани!"), error));
+    }
+}
+
+Outcome deletePatient(const CardData &card, const QString &egn)
+{
+    try {
+        store::Transaction transaction(store::clinicDb());
+        const auto db = store::clinicDb();
+        store::run(db, QStringLiteral("DELETE FROM Pacients WHERE ID = ?"), {card.pacientRowId});
+        store::run(db, QStringLiteral("DELETE FROM Dental WHERE ID = ?"), {card.dentalRowId});
+        store::run(db, QStringLiteral("DELETE FROM Help WHERE EGN = ?"), {egn});
+        transaction.commit();
+        return Outcome::success();
+    } catch (const store::SqlError &error) {
+        return Outcome::failure(storeFailure(QStringLiteral("Пациентът не е изтрит!"), error));
+    }
+}
+
+QString deleteQuestion()
+{
+    return QStringLiteral("Изтривате пациент от БД!") + CarriageReturn + QStringLiteral("Да продължа ли?");
+}
+
+} // namespace patientcard

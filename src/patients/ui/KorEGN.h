@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+class QLineEdit;
+class QPushButton;
+
+// "Корекция на ЕГН": moves a patient from a mistyped number to the right one.
+class KorEGN final : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit KorEGN(QWidget *parent = nullptr);
+
+    static KorEGN *open(QWidget *parent = nullptr);
+
+public slots:
+    void change();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QLineEdit *m_old;
+    QLineEdit *m_new;
+    QPushButton *m_ok;
+    QPushButton *m_cancel;
+};
