@@ -1,0 +1,199 @@
+#include "treatment/ServiceEntry.h"
+
+#include "shell/RunState.h"
+#include "store/Dates.h"
+#include "store/Sql.h"
+#include "treatment/FundPrice.h"
+#include "treatment/Minutes.h"
+#include "treatment/ShortCodes.h"
+
+#include <QSqlError>
+
+#include <algorithm>
+#include <limits>
+
+QString ServiceLine::cell(int column) const
+{
+    switch (column) {
+    case 0: return Vid;
+    case 1: return Data;
+    case 2: return Help;
+    case 3: return KodZab;
+    case 4: return TextHelp;
+    case 5: return KodHelp;
+    case 6: return ZK ? QStringLiteral("True") : QStringLiteral("False");
+    case 7: return ListID;
+    default: return {};
+    }
+}
+
+void ServiceLine::setCell(int column, const QString &value)
+{
+    switch (column) {
+    case 0: Vid = value; break;
+    case 1: Data = value; break;
+    case 2: Help = value; break;
+    case 3: KodZab = value; break;
+    case 4: TextHelp = value; break;
+    case 5: KodHelp = value; break;
+    case 6: printMark = value == u"True"; break;
+    case 7: ListID = value; break;
+    default: break;
+    }
+}
+
+namespace {
+
+struct Expansion final
+{
+    QString fundKey;
+    QString TextHelp;
+    QString Help;
+};
+
+// The short code of the current cell replaces the cell's text; no match leaves it and gives empty texts.
+Expansion expandCurrentCell(ServiceLine &line, int currentColumn)
+{
+    const ShortCode *code = matchShortCode(line.cell(currentColumn));
+    if (!code)
+        return {};
+    line.setCell(currentColumn, code->KodHelp);
+    return {code->fundKey, code->TextHelp, code->Help};
+}
+
+Result<QDate> serviceDate(const QString &typed)
+{
+    if (typed.trimmed().isEmpty())
+        return Result<QDate>::failure(QStringLiteral("Редът няма дата. Въведете дата на услугата (ДД.ММ.ГГГГ) и запишете отново."));
+    const auto date = dates::fromTyped(typed.trimmed());
+    if (!date)
+        return Result<QDate>::failure(QStringLiteral("\"%1\" не е вярна дата. Въведете дата на услугата (ДД.ММ.ГГГГ) и запишете отново.")
+                                          .arg(typed.trimmed()));
+    return Result<QDate>::success(*date);
+}
+
+QVariantList storedValues(const ServiceLine &line, const QDate &date, const ServiceContext &context,
+                          const FundPrice &price)
+{
+    return {context.egn,
+            store::textOrNull(line.Vid),
+            dates::toIso(date),
+            store::textOrNull(line.Help),
+            store::textOrNull(line.KodZab),
+            store::textOrNull(line.TextHelp),
+            store::textOrNull(line.KodHelp),
+            line.ZK ? 1 : 0,
+            line.ListID,
+            context.medicCode,
+            price.storedPrice(),
+            int(price.minutes)};
+}
+
+void writeLine(const QSqlDatabase &clinic, ServiceLine &line, const QVariantList &values)
+{
+    store::Transaction transaction(clinic);
+    QSqlQuery query(clinic);
+    if (line.id == 0) {
+        query.prepare(QStringLiteral("INSERT INTO Help (EGN, Vid, Data, Help, KodZab, TextHelp, KodHelp, ZK, ListID, "
+                                     "KodMedic, Cena, Times) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"));
+    } else {
+        query.prepare(QStringLiteral("UPDATE Help SET EGN=?, Vid=?, Data=?, Help=?, KodZab=?, TextHelp=?, KodHelp=?, "
+                                     "ZK=?, ListID=?, KodMedic=?, Cena=?, Times=? WHERE ID=?"));
+    }
+    for (const QVariant &value : values)
+        query.addBindValue(value);
+    if (line.id != 0)
+        query.addBindValue(line.id);
+    if (!query.exec())
+        throw store::SqlError(query.lastError().text());
+    if (line.id != 0 && query.numRowsAffected() != 1)
+        throw store::SqlError(QStringLiteral("редът вече го няма в базата; затворете и отворете отново прозореца"));
+    if (line.id == 0)
+        line.id = query.lastInsertId().toLongLong();
+    transaction.commit();
+}
+
+qint16 lowered(qint16 minutesLeft, qint16 minutes)
+{
+    const int value = int(minutesLeft) - int(minutes);
+    return qint16(std::clamp(value, int(std::numeric_limits<qint16>::min()), int(std::numeric_limits<qint16>::max())));
+}
+
+void recountMinutes(const QSqlDatabase &clinic, const ServiceContext &context, SavedService &saved)
+{
+    saved.labelMinutes = lowered(run().MinutesLeft, saved.Times);
+    run().MinutesLeft = saved.labelMinutes;
+    const auto left = MinutesLeftOn(clinic, context.today);
+    if (left)
+        run().MinutesLeft = left.value();
+    else
+        saved.minutesWarning = left.error();
+    saved.minutesLeft = run().MinutesLeft;
+}
+
+} // namespace
+
+Result<SavedService> SaveServiceLine(const QSqlDatabase &clinic, const ServiceContext &context, ServiceLine line,
+                                     int currentColumn)
+{
+    const Expansion expansion = expandCurrentCell(line, currentColumn);
+    const auto date = serviceDate(line.Data);
+    if (!date)
+        return Result<SavedService>::failure(date.error());
+    const auto price = fundPriceFor(clinic, expansion.fundKey, context.egn, context.today);
+    if (!price)
+        return Result<SavedService>::failure(price.error() + QStringLiteral("\rУслугата не е записана."));
+
+    line.Help = expansion.Help;
+    line.TextHelp = expansion.TextHelp;
+    line.ZK = line.printMark.value_or(true);
+    line.printMark.reset();
+    line.ListID = context.sheetNumber;
+    line.Data = dates::toTyped(date.value());
+    try {
+        writeLine(clinic, line, storedValues(line, date.value(), context, price.value()));
+    } catch (const store::SqlError &error) {
+        return Result<SavedService>::failure(QStringLiteral("Услугата не е записана: ") + error.message());
+    }
+    SavedService saved{line, price->storedPrice(), price->minutes, 0, 0, {}};
+    recountMinutes(clinic, context, saved);
+    return Result<SavedService>::success(saved);
+}
+
+Result<QList<ServiceLine>> LoadServiceLines(const QSqlDatabase &clinic, const QString &egn)
+{
+    QList<ServiceLine> lines;
+    try {
+        QSqlQuery rows = store::run(clinic,
+                                    QStringLiteral("SELECT ID, Vid, Data, Help, KodZab, TextHelp, KodHelp, ZK, ListID "
+                                                   "FROM Help WHERE EGN = ? ORDER BY Data, KodHelp, ID"),
+                                    {egn});
+        while (rows.next()) {
+            ServiceLine line;
+            line.id = rows.value(0).toLongLong();
+            line.Vid = rows.value(1).toString();
+            line.Data = dates::isoToTyped(rows.value(2).toString());
+            line.Help = rows.value(3).toString();
+            line.KodZab = rows.value(4).toString();
+            line.TextHelp = rows.value(5).toString();
+            line.KodHelp = rows.value(6).toString();
+            line.ZK = rows.value(7).toInt() != 0;
+            line.ListID = rows.value(8).toString();
+            lines << line;
+        }
+    } catch (const store::SqlError &error) {
+        return Result<QList<ServiceLine>>::failure(QStringLiteral("Услугите на пациента не могат да се прочетат: ")
+                                                   + error.message());
+    }
+    return Result<QList<ServiceLine>>::success(lines);
+}
+
+Outcome DeleteServiceLine(const QSqlDatabase &clinic, qint64 id)
+{
+    try {
+        store::run(clinic, QStringLiteral("DELETE FROM Help WHERE ID = ?"), {id});
+    } catch (const store::SqlError &error) {
+        return Outcome::failure(QStringLiteral("Услугата не е изтрита: ") + error.message());
+    }
+    return Outcome::success();
+}

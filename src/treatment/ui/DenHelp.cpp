@@ -1,0 +1,328 @@
+#include "treatment/ui/DenHelp.h"
+
+#include "admin/Diary.h"
+#include "admin/ui/Grafic.h"
+#include "shell/Calendar.h"
+#include "shell/Captions.h"
+#include "shell/Dialogs.h"
+#include "shell/RunState.h"
+#include "store/Sql.h"
+#include "treatment/ChartPicture.h"
+#include "treatment/PatientHeader.h"
+#include "treatment/SheetNumbers.h"
+#include "treatment/ui/ChartView.h"
+#include "treatment/ui/PathWay.h"
+#include "treatment/ui/ServiceGrid.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+// Label4 index -> field of Pacients; 1 and 3 are two views of the same field.
+const QStringList NoteFields{QStringLiteral("ZabOld"), QStringLiteral("Osob"), QStringLiteral("ZabNaw"),
+                             QStringLiteral("Osob"),   QStringLiteral("KrGr"), QStringLiteral("Ph"),
+                             QStringLiteral("Nep")};
+
+QLabel *valueLabel(const QString &name, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setFrameShape(QFrame::StyledPanel);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setMinimumWidth(120);
+    return label;
+}
+
+QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *push = new QPushButton(caption, parent);
+    push->setObjectName(name);
+    push->setAutoDefault(false);
+    return push;
+}
+
+QGroupBox *legend(QWidget *parent)
+{
+    auto *box = new QGroupBox(QStringLiteral("Легенда"), parent);
+    auto *lines = new QVBoxLayout(box);
+    for (const QString &text : {QStringLiteral("кариес     пулпит гангрена корен обтулация"), QStringLiteral("- - - - -"),
+                                QStringLiteral("С Р G  R  O"),
+                                QStringLiteral("липсв.зъб коронка изк.зъб парадонтоза подвижност на зъбите"),
+                                QStringLiteral("- - - - -"), QStringLiteral("E K X Pa I,II, III")})
+        lines->addWidget(new QLabel(text, box));
+    return box;
+}
+
+} // namespace
+
+DenHelp *DenHelp::open(const QString &egn, const QString &name, const QString &openMode, QWidget *parent)
+{
+    auto *window = new DenHelp(egn, name, openMode, parent);
+    if (!window->load()) {
+        delete window;
+        return nullptr;
+    }
+    window->show();
+    window->m_grid->setFocus();
+    return window;
+}
+
+DenHelp::DenHelp(const QString &egn, const QString &name, const QString &openMode, QWidget *parent)
+    : QDialog(parent, Qt::Window)
+    , m_patientEgn(egn)
+    , m_patientName(name.trimmed())
+    , m_openMode(openMode)
+{
+    setObjectName(QStringLiteral("DenHelp"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Картон"));
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildPatientFrame());
+    layout->addWidget(buildServiceFrame(), 1);
+    resize(1100, 780);
+}
+
+QWidget *DenHelp::buildPatientFrame()
+{
+    auto *frame = new QGroupBox(QStringLiteral("Данни за пациента"), this);
+    auto *notes = new QGridLayout;
+    for (int i = 0; i < NoteFields.size(); ++i)
+        m_notes << valueLabel(QStringLiteral("Label4_%1").arg(i), frame);
+    const QList<std::pair<QString, int>> placed{{QStringLiteral("Настоящи заболявания"), 2},
+                                                {QStringLiteral("Минали заболявания"), 0},
+                                                {QStringLiteral("Алергия"), 6},
+                                                {QStringLiteral("Особености"), 3},
+                                                {QStringLiteral("Кр.гр."), 4},
+                                                {QStringLiteral("Ph"), 5},
+                                                {QStringLiteral("Особености"), 1}};
+    for (int i = 0; i < placed.size(); ++i) {
+        notes->addWidget(new QLabel(placed[i].first, frame), i % 4, (i / 4) * 2);
+        notes->addWidget(m_notes[placed[i].second], i % 4, (i / 4) * 2 + 1);
+    }
+    m_address = valueLabel(QStringLiteral("Label2_2"), frame);
+    m_telephone = valueLabel(QStringLiteral("Label2_4"), frame);
+    notes->addWidget(new QLabel(QStringLiteral("Адрес:"), frame), 4, 0);
+    notes->addWidget(m_address, 4, 1, 1, 3);
+    notes->addWidget(new QLabel(QStringLiteral("Тел:"), frame), 5, 0);
+    notes->addWidget(m_telephone, 5, 1, 1, 3);
+    m_patientRecord = new QLabel(frame);
+    m_patientRecord->setObjectName(QStringLiteral("Data1"));
+    notes->addWidget(m_patientRecord, 6, 0, 1, 2);
+
+    m_chart = new ChartView(frame);
+    m_minutes = new QLabel(frame);
+    m_minutes->setObjectName(QStringLiteral("Label6"));
+    QFont bold = m_minutes->font();
+    bold.setBold(true);
+    m_minutes->setFont(bold);
+    auto *chartColumn = new QVBoxLayout;
+    chartColumn->addWidget(m_chart);
+    chartColumn->addWidget(m_minutes);
+    chartColumn->addStretch();
+    auto *row = new QHBoxLayout(frame);
+    row->addLayout(notes, 3);
+    row->addLayout(chartColumn, 4);
+    row->addWidget(legend(frame), 2);
+    return frame;
+}
+
+QWidget *DenHelp::buildServiceFrame()
+{
+    auto *frame = new QGroupBox(QStringLiteral("Столатологична помощ"), this);
+    m_model = new ServiceGridModel(this);
+    m_grid = new ServiceGridView(frame);
+    m_grid->setModel(m_model);
+    const QList<int> widths{60, 90, 220, 70, 160, 80, 70, 90};
+    for (int i = 0; i < widths.size(); ++i)
+        m_grid->setColumnWidth(i, widths[i]);
+    m_serviceRecord = new QLabel(frame);
+    m_serviceRecord->setObjectName(QStringLiteral("Data3"));
+    m_check = new QCheckBox(QStringLiteral("Печат за РЗОК"), frame);
+    m_check->setObjectName(QStringLiteral("Check1"));
+    auto *under = new QHBoxLayout;
+    under->addWidget(m_serviceRecord);
+    under->addStretch();
+    under->addWidget(m_check);
+    auto *layout = new QVBoxLayout(frame);
+    layout->addWidget(m_grid, 1);
+    layout->addLayout(under);
+    layout->addWidget(buildButtons());
+
+    connect(m_model, &ServiceGridModel::rowBegun, this, &DenHelp::beginNewRow);
+    connect(m_grid, &ServiceGridView::newRowKey, this, &DenHelp::beginNewRow);
+    connect(m_grid, &ServiceGridView::enterPressed, this, &DenHelp::saveCurrentRow);
+    connect(m_grid, &QAbstractItemView::pressed, this, [this] { m_delete->setEnabled(true); });
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this, &DenHelp::currentRowChanged);
+    connect(m_check, &QCheckBox::clicked, this, &DenHelp::printMarkToggled);
+    return frame;
+}
+
+QWidget *DenHelp::buildButtons()
+{
+    auto *bar = new QWidget(this);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    m_update = button(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar);
+    auto *edit = button(QStringLiteral("cmdEdit"), QStringLiteral("Поправи"), bar);
+    m_delete = button(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar);
+    auto *print = button(QStringLiteral("cmdPrint"), QStringLiteral("Печат"), bar);
+    auto *printData = button(QStringLiteral("cmdPrintData"), QStringLiteral("Печат данни..."), bar);
+    auto *schedule = button(QStringLiteral("cmdGrafic"), QStringLiteral("Преглед..."), bar);
+    auto *referrals = button(QStringLiteral("cmdParh"), QStringLiteral("Направления"), bar);
+    m_close = button(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
+    // The prints of the sheet and of the treatment data are not part of this window yet.
+    print->setEnabled(false);
+    printData->setEnabled(false);
+    for (QPushButton *push : {m_update, edit, m_delete, print, printData, schedule, referrals, m_close})
+        row->addWidget(push);
+    connect(m_update, &QPushButton::clicked, this, &DenHelp::saveCurrentRow);
+    connect(edit, &QPushButton::clicked, this, &DenHelp::editCurrentRow);
+    connect(m_delete, &QPushButton::clicked, this, &DenHelp::deleteCurrentRow);
+    connect(schedule, &QPushButton::clicked, this, &DenHelp::openSchedule);
+    connect(referrals, &QPushButton::clicked, this, &DenHelp::openReferrals);
+    connect(m_close, &QPushButton::clicked, this, &DenHelp::close);
+    return bar;
+}
+
+bool DenHelp::load()
+{
+    const QSqlDatabase clinic = store::clinicDb();
+    m_currentEgn = m_patientEgn;
+    m_firstName = ::FirstName(m_patientName);
+    scheduleLink().FirstName = m_firstName;
+    showHeader();
+    // A patient with no Dental row keeps an empty chart.
+    if (const auto chart = LoadChart(clinic, m_currentEgn); chart && chart.value())
+        m_chart->setPicture(BuildChartPicture(*chart.value()));
+    const auto lines = LoadServiceLines(clinic, m_currentEgn);
+    if (!lines) {
+        dialogs().information(lines.error());
+        return false;
+    }
+    m_model->setLines(lines.value());
+    m_model->setNewRowDate(calendar::today());
+    showMinutes(run().MinutesLeft);
+    m_update->setEnabled(false);
+    m_delete->setEnabled(false);
+    m_close->setDefault(true);
+    const auto sheet = ::SheetNumber(clinic, run().CurrentMedicCode, calendar::today());
+    if (!sheet) {
+        dialogs().information(sheet.error());
+        return false;
+    }
+    m_sheetNumber = sheet.value();
+    m_grid->setCurrentIndex(m_model->index(m_model->rowCount() - 1, 5));
+    currentRowChanged();
+    return true;
+}
+
+void DenHelp::showHeader()
+{
+    const auto header = LoadPatientHeader(store::clinicDb(), m_currentEgn);
+    if (!header) {
+        dialogs().information(header.error());
+        return;
+    }
+    if (!header->found)
+        return;
+    m_patientRecord->setText(recordCaption(0));
+    setWindowTitle(header->caption);
+    m_address->setText(header->address);
+    m_telephone->setText(header->telephone);
+    for (int i = 0; i < NoteFields.size(); ++i)
+        m_notes[i]->setText(header->fields.value(NoteFields[i]).toString());
+}
+
+void DenHelp::showMinutes(int minutes) { m_minutes->setText(QStringLiteral("Остават: %1 мин.").arg(minutes)); }
+
+QString DenHelp::ScheduleLink() const { return scheduleLink().ScheduleLink; }
+
+void DenHelp::beginNewRow()
+{
+    m_update->setEnabled(true);
+    m_close->setDefault(false);
+}
+
+void DenHelp::saveCurrentRow()
+{
+    const QModelIndex current = m_grid->currentIndex();
+    // Only a row being typed or corrected is written; Enter on a stored row changes nothing.
+    if (!current.isValid() || !m_model->isEditing(current.row()))
+        return;
+    const ServiceContext context{m_currentEgn, run().CurrentMedicCode, m_sheetNumber, calendar::today()};
+    const auto saved = SaveServiceLine(store::clinicDb(), context, m_model->line(current.row()), current.column());
+    if (!saved) {
+        dialogs().information(saved.error());
+        return;
+    }
+    m_model->storeLine(current.row(), saved->line);
+    showMinutes(saved->labelMinutes);
+    m_update->setEnabled(false);
+    m_close->setDefault(true);
+    currentRowChanged();
+    if (!saved->minutesWarning.isEmpty())
+        dialogs().information(saved->minutesWarning);
+}
+
+void DenHelp::editCurrentRow()
+{
+    m_update->setEnabled(true);
+    m_model->setEditing(m_grid->currentIndex().row());
+}
+
+void DenHelp::deleteCurrentRow()
+{
+    const QModelIndex current = m_grid->currentIndex();
+    if (!current.isValid())
+        return;
+    const ServiceLine line = m_model->line(current.row());
+    if (line.id != 0) {
+        if (const Outcome deleted = DeleteServiceLine(store::clinicDb(), line.id); !deleted) {
+            dialogs().information(deleted.error());
+            return;
+        }
+    }
+    m_model->dropRow(current.row());
+    m_grid->setCurrentIndex(m_model->index(std::min(current.row(), m_model->rowCount() - 1), current.column()));
+    currentRowChanged();
+}
+
+void DenHelp::currentRowChanged()
+{
+    const int row = m_grid->currentIndex().row();
+    m_serviceRecord->setText(recordCaption(m_model->isNewRow(row) ? -1 : row));
+    const ServiceLine line = m_model->line(row);
+    m_check->setChecked(line.printMark.value_or(line.ZK));
+}
+
+void DenHelp::printMarkToggled(bool marked) { m_model->setPrintMark(m_grid->currentIndex().row(), marked); }
+
+void DenHelp::openSchedule()
+{
+    scheduleLink().ScheduleLink = QStringLiteral("1");
+    scheduleLink().FirstName = m_firstName;
+    Grafic::open(this);
+}
+
+void DenHelp::openReferrals()
+{
+    if (!m_referrals)
+        m_referrals = PathWay::open(m_currentEgn, m_sheetNumber, this);
+    m_referrals->show();
+    m_referrals->raise();
+    m_referrals->activateWindow();
+}
+
+void DenHelp::closeEvent(QCloseEvent *event)
+{
+    emit closed(m_openMode);
+    QDialog::closeEvent(event);
+}

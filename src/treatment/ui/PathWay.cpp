@@ -1,0 +1,131 @@
+#include "treatment/ui/PathWay.h"
+
+#include "shell/Dialogs.h"
+#include "store/Sql.h"
+#include "treatment/ui/ReferralGrid.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+PathWay *PathWay::open(const QString &currentEgn, const QString &sheetNumber, QWidget *parent)
+{
+    auto *window = new PathWay(currentEgn, sheetNumber, parent);
+    window->show();
+    return window;
+}
+
+PathWay::PathWay(const QString &currentEgn, const QString &sheetNumber, QWidget *parent)
+    : QDialog(parent, Qt::Window)
+    , m_egn(currentEgn)
+    , m_sheetNumber(sheetNumber)
+{
+    setObjectName(QStringLiteral("PathWay"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Издадени направления"));
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildGrid(ReferralKind::Path, QStringLiteral("grdPath"), QStringLiteral("Path")));
+    layout->addWidget(buildGrid(ReferralKind::Invest, QStringLiteral("grdInvest"), QStringLiteral("Invest")));
+    layout->addWidget(buildGrid(ReferralKind::Spec, QStringLiteral("grdSpec"), QStringLiteral("Spec")));
+    auto *close = new QPushButton(QStringLiteral("Затвори"), this);
+    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setAutoDefault(false);
+    connect(close, &QPushButton::clicked, this, &PathWay::close);
+    auto *bottom = new QHBoxLayout;
+    bottom->addStretch();
+    bottom->addWidget(close);
+    layout->addLayout(bottom);
+    for (Grid &grid : m_grids)
+        reload(grid);
+    for (int i = 0; i < m_grids.size(); ++i)
+        enableButtons(i, false);
+    resize(640, 620);
+}
+
+QWidget *PathWay::buildGrid(ReferralKind kind, const QString &name, const QString &suffix)
+{
+    const int which = int(m_grids.size());
+    auto *frame = new QGroupBox(referralTable(kind).frameCaption, this);
+    Grid grid{new ReferralGridModel(kind, this), new QTableView(frame), new QPushButton(QStringLiteral("Запиши"), frame),
+              new QPushButton(QStringLiteral("Изтрий"), frame)};
+    grid.view->setObjectName(name);
+    grid.view->setModel(grid.model);
+    grid.view->setSelectionMode(QAbstractItemView::SingleSelection);
+    grid.view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    grid.save->setObjectName(QStringLiteral("cmdUpdate") + suffix);
+    grid.remove->setObjectName(QStringLiteral("cmdDelete") + suffix);
+    grid.save->setAutoDefault(false);
+    grid.remove->setAutoDefault(false);
+    auto *buttons = new QVBoxLayout;
+    buttons->addWidget(grid.save);
+    buttons->addWidget(grid.remove);
+    buttons->addStretch();
+    auto *row = new QHBoxLayout(frame);
+    row->addWidget(grid.view, 1);
+    row->addLayout(buttons);
+    connect(grid.view, &QAbstractItemView::pressed, this, [this, which] { focusGrid(which); });
+    connect(grid.save, &QPushButton::clicked, this, [this, which] { save(which); });
+    connect(grid.remove, &QPushButton::clicked, this, [this, which] { remove(which); });
+    m_grids << grid;
+    return frame;
+}
+
+void PathWay::reload(Grid &grid)
+{
+    const auto referrals = LoadReferrals(store::clinicDb(), grid.model->kind(), m_egn);
+    if (!referrals) {
+        dialogs().information(referrals.error());
+        return;
+    }
+    grid.model->setReferrals(referrals.value());
+}
+
+void PathWay::enableButtons(int which, bool enabled)
+{
+    m_grids[which].save->setEnabled(enabled);
+    m_grids[which].remove->setEnabled(enabled);
+}
+
+void PathWay::focusGrid(int which)
+{
+    for (int i = 0; i < m_grids.size(); ++i)
+        enableButtons(i, i == which);
+}
+
+void PathWay::save(int which)
+{
+    Grid &grid = m_grids[which];
+    const int row = grid.view->currentIndex().row();
+    const auto referral = grid.model->referral(row);
+    if (!referral)
+        return; // the empty new row: there is nothing to store
+    const auto saved = SaveReferral(store::clinicDb(), grid.model->kind(), *referral, m_egn, m_sheetNumber);
+    if (!saved) {
+        dialogs().information(saved.error());
+        return;
+    }
+    reload(grid);
+    enableButtons(which, false);
+}
+
+void PathWay::remove(int which)
+{
+    Grid &grid = m_grids[which];
+    const int row = grid.view->currentIndex().row();
+    const auto referral = grid.model->referral(row);
+    if (referral && referral->id != 0) {
+        if (const Outcome deleted = DeleteReferral(store::clinicDb(), grid.model->kind(), referral->id); !deleted) {
+            dialogs().information(deleted.error());
+            return;
+        }
+    }
+    reload(grid);
+    // The next row takes the place of the deleted one; past the end, the last row.
+    const int stored = grid.model->rowCount() - 1;
+    const int next = stored == 0 ? 0 : std::min(row, stored - 1);
+    grid.view->setCurrentIndex(grid.model->index(next, 0));
+    enableButtons(which, false);
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "treatment/ServiceEntry.h"
+
+#include <QAbstractTableModel>
+#include <QDate>
+#include <QTableView>
+
+// The patient's service lines for the grid of the treatment window, with the new row at the
+// bottom. A row is written only by the save; typing into a row (or "Поправи") puts it into
+// edit mode, and only a row in edit mode is saved.
+class ServiceGridModel final : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    explicit ServiceGridModel(QObject *parent = nullptr);
+
+    void setLines(const QList<ServiceLine> &lines);
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    bool isNewRow(int row) const { return row == m_lines.size(); }
+    bool isEditing(int row) const;
+    ServiceLine line(int row) const;
+    void setEditing(int row);
+    void setPrintMark(int row, bool marked);
+    // The row after a successful save: stored, out of edit mode.
+    void storeLine(int row, const ServiceLine &saved);
+    // Drops the row from the grid (deleted, or the new row discarded).
+    void dropRow(int row);
+    // The date a begun row starts with.
+    void setNewRowDate(const QDate &date) { m_newRowDate = date; }
+
+signals:
+    void rowBegun(); // the user started typing into the new row
+
+private:
+    QList<ServiceLine> m_lines;
+    QList<bool> m_editing;
+    ServiceLine m_newLine;
+    bool m_newBegun = false;
+    QDate m_newRowDate;
+};
+
+// DBGrid1: Enter saves, also while a cell is being edited; "(" (character 40) acts as the
+// beginning of a new row does.
+class ServiceGridView final : public QTableView
+{
+    Q_OBJECT
+public:
+    explicit ServiceGridView(QWidget *parent = nullptr);
+
+signals:
+    void enterPressed();
+    void newRowKey();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+};
