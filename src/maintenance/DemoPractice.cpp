@@ -192,7 +192,7 @@ private:
     {
         QList<Visit> visits;
         for (int p = 0; p < m_patients.size(); ++p) {
-            const int count = m_random.bounded(int(2.2 * m_options.years) + 1);
+            const int count = m_random.bounded(3 * m_options.years + 1);
             QList<QDate> days;
             for (int v = 0; v < count; ++v)
                 days << workingDayOnOrBefore(randomDay(m_random, m_patients[p].registered, m_options.today));

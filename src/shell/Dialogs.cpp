@@ -1,5 +1,7 @@
 #include "shell/Dialogs.h"
 
+#include "shell/Calendar.h"
+
 namespace {
 
 class SilentProgress final : public ProgressPort
@@ -21,7 +23,7 @@ public:
         return false;
     }
     bool confirmExit() override { return false; }
-    DateChoice chooseDate() override { return {false, QDate::currentDate().addDays(1)}; }
+    DateChoice chooseDate() override { return {false, calendar::today().addDays(1)}; }
     std::unique_ptr<ProgressPort> progress(const QString &, int) override { return std::make_unique<SilentProgress>(); }
 };
 

@@ -1,5 +1,6 @@
 #include "shell/ui/SharedDialogs.h"
 
+#include "shell/Calendar.h"
 #include "shell/Dialogs.h"
 #include "store/Dates.h"
 
@@ -164,6 +165,6 @@ void ChoiceDialog::cancel()
 {
     dialogs().information(QStringLiteral("Няма въведена дата за графика"));
     m_choice = false;
-    m_date = QDate::currentDate().addDays(1);
+    m_date = calendar::today().addDays(1);
     reject();
 }

@@ -1,0 +1,155 @@
+#include "store/Sql.h"
+#include "store/Store.h"
+
+#include <QProcess>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Run
+{
+    int exitCode;
+    QString out;
+    QString err;
+};
+
+Run velmorata(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
+    if (!process.waitForFinished(120000))
+        qFatal("velmorata did not finish");
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QStringList column(const QString &folder, const QString &sql)
+{
+    if (!store::openStore(store::DataPaths::inFolder(folder)).ok())
+        qFatal("cannot open %s", qPrintable(folder));
+    QStringList values;
+    {
+        QSqlQuery query = store::run(store::clinicDb(), sql);
+        while (query.next())
+            values << query.value(0).toString();
+    }
+    store::closeStore();
+    return values;
+}
+
+Run demo(const QString &folder, const QString &seed)
+{
+    return velmorata({QStringLiteral("demo"), QStringLiteral("--data-dir"), folder, QStringLiteral("--patients"),
+                      QStringLiteral("60"), QStringLiteral("--seed"), seed, QStringLiteral("--today"),
+                      QStringLiteral("20.11.2026")});
+}
+
+} // namespace
+
+class TestCommandLine final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void egn_data()
+    {
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("good") << "7501012347" << "7501012347\t0\t0\t0\t01.01.1975\tМ\t1";
+        QTest::newRow("turns eighteen today") << "0843150004" << "0843150004\t0\t0\t1\t15.3.2008\tМ\t0";
+        QTest::newRow("no birth date") << "7501000000" << "7501000000\t0\t0\t1\t00.01.1975\tМ\t?";
+        QTest::newRow("2010 refused") << "1041015557" << "1041015557\t0\t1\t0\t01.1.2010\tЖ\t0";
+        QTest::newRow("letters") << "abc" << "abc\t0\t1\t0\t.c.19ab\tМ\t?";
+    }
+    void egn()
+    {
+        QFETCH(QString, number);
+        QFETCH(QString, line);
+        const Run result = velmorata({QStringLiteral("egn"), QStringLiteral("--today"), QStringLiteral("15.03.2026"), number});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out, line + u'\n');
+    }
+
+    void egnRefusesBadArguments()
+    {
+        QCOMPARE(velmorata({QStringLiteral("egn"), QStringLiteral("--today"), QStringLiteral("31.02.2026"), QStringLiteral("1")}).exitCode, 2);
+        QCOMPARE(velmorata({QStringLiteral("egn")}).exitCode, 2);
+    }
+
+    void versionAndHelpNeedNoWindow()
+    {
+        const Run version = velmorata({QStringLiteral("--version")});
+        QCOMPARE(version.exitCode, 0);
+        QVERIFY(version.out.contains(QStringLiteral("Velmorata")));
+        const Run help = velmorata({QStringLiteral("--help")});
+        QCOMPARE(help.exitCode, 0);
+        QVERIFY(help.out.contains(QStringLiteral("import-postcodes")));
+    }
+
+    void demoIsDeterministicForASeed()
+    {
+        QTemporaryDir one, two, three;
+        QCOMPARE(demo(one.path(), QStringLiteral("5")).exitCode, 0);
+        QCOMPARE(demo(two.path(), QStringLiteral("5")).exitCode, 0);
+        QCOMPARE(demo(three.path(), QStringLiteral("6")).exitCode, 0);
+        const QString sql = QStringLiteral("SELECT EGN || Names || COALESCE(PKod, '') FROM Pacients ORDER BY ID");
+        const QStringList first = column(one.path(), sql);
+        QCOMPARE(first.size(), 60);
+        QCOMPARE(column(two.path(), sql), first);
+        QVERIFY(column(three.path(), sql) != first);
+        const QString lines = QStringLiteral("SELECT EGN || Data || KodHelp || ListID || Cena FROM Help ORDER BY ID");
+        QCOMPARE(column(two.path(), lines), column(one.path(), lines));
+    }
+
+    void demoPracticeFollowsTheRules()
+    {
+        QTemporaryDir folder;
+        const Run made = demo(folder.path(), QStringLiteral("3"));
+        QCOMPARE(made.exitCode, 0);
+        QVERIFY(made.out.contains(QStringLiteral("Doctors")));
+        // Sheets run per doctor and year from 000001 without gaps.
+        const QStringList gaps = column(folder.path(), QStringLiteral(
+            "SELECT KodMedic || substr(Data, 1, 4) FROM Help GROUP BY KodMedic, substr(Data, 1, 4) "
+            "HAVING MIN(ListID) <> '000001' OR CAST(MAX(ListID) AS INTEGER) <> COUNT(DISTINCT ListID)"));
+        QVERIFY2(gaps.isEmpty(), qPrintable(gaps.join(u',')));
+        // Every 301 line is priced by one of the fund's two prices, every line has the fund's minutes.
+        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '301' AND Cena NOT IN (21.13, 25.13)")),
+                 QStringList{QStringLiteral("0")});
+        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help h JOIN CenyZK z ON z.Kod = h.KodHelp "
+                                                      "WHERE h.KodHelp <> '103' AND h.Times <> z.Times")),
+                 QStringList{QStringLiteral("0")});
+        // 103 is timed and priced by the fund's row 101.
+        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '103' AND (Times <> 15 OR Cena <> 6.44)")),
+                 QStringList{QStringLiteral("0")});
+        // Access codes are never stored in clear.
+        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Medic WHERE Password NOT LIKE '$argon2id$%'")),
+                 QStringList{QStringLiteral("0")});
+    }
+
+    void demoRefusesAPracticeWithPeople()
+    {
+        QTemporaryDir folder;
+        QCOMPARE(demo(folder.path(), QStringLiteral("1")).exitCode, 0);
+        const Run again = demo(folder.path(), QStringLiteral("1"));
+        QCOMPARE(again.exitCode, 1);
+        QVERIFY(again.err.contains(folder.path()));
+        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Pacients")), QStringList{QStringLiteral("60")});
+    }
+
+    void importPostcodesReportsTheBrokenLine()
+    {
+        QTemporaryDir folder;
+        const QString csv = folder.filePath(QStringLiteral("codes.csv"));
+        QFile file(csv);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n1000,a,b,c,22,01\n\"1001,a\n");
+        file.close();
+        const Run result = velmorata({QStringLiteral("import-postcodes"), QStringLiteral("--data-dir"), folder.path(), csv});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("ред 3")), qPrintable(result.err));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommandLine)
+#include "tst_CommandLine.moc"
