@@ -18,13 +18,17 @@ int rewriteFirstRow(const QString &table, const QString &oldEgn, const QString &
         .numRowsAffected();
 }
 
+bool heldBy(const QString &egn)
+{
+    const auto db = store::clinicDb();
+    return store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE EGN = ?"), {egn}).toInt() > 0 ||
+           store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Dental WHERE EGN = ?"), {egn}).toInt() > 0;
+}
+
+// Moving onto a number that another patient holds; an old number with nothing under it moves nothing.
 bool heldByAnotherPatient(const QString &oldEgn, const QString &newEgn)
 {
-    if (newEgn == oldEgn)
-        return false;
-    const auto db = store::clinicDb();
-    return store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE EGN = ?"), {newEgn}).toInt() > 0 ||
-           store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Dental WHERE EGN = ?"), {newEgn}).toInt() > 0;
+    return newEgn != oldEgn && heldBy(oldEgn) && heldBy(newEgn);
 }
 
 } // namespace

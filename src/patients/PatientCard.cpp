@@ -8,6 +8,8 @@
 
 #include <QSqlError>
 
+#include <algorithm>
+
 namespace patientcard {
 namespace {
 
@@ -35,9 +37,14 @@ QVariant fieldValue(const CardData &card, const QString &field)
     return field == DataR ? storedRegistrationDate(value) : store::textOrNull(value);
 }
 
+bool allDigits(const QString &egn)
+{
+    return std::all_of(egn.begin(), egn.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
 bool failsNumberRules(const QString &egn)
 {
-    return egn.size() != 10 || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn);
+    return egn.size() != 10 || !allDigits(egn) || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn);
 }
 
 QVariant firstRowId(const QString &table, const QString &egn)
@@ -194,7 +201,10 @@ Result<EgnEntry> checkEnteredEgn(const QString &typed)
                                                       : QString();
     if (!ruleHead.isEmpty())
         entry.messages << egnmessages::withNumber(ruleHead, egn);
-    if (!ruleHead.isEmpty() || entry.closeCard)
+    else if (!entry.closeCard && !allDigits(egn))
+        // The rules read a blank or a letter as a digit; such a number is still no number to file a patient under.
+        entry.messages << egnmessages::withNumber(egnmessages::InvalidLength, egn);
+    if (!entry.messages.isEmpty())
         return Result<EgnEntry>::success(entry);
     entry.sex = EgnSex(egn);
     entry.shownEgn = boxText;

@@ -1,0 +1,180 @@
+#include "patients/Chart.h"
+
+#include <QTest>
+
+// Fields: Z1..Z20 milk, Z21..Z52 permanent; box n joins Zn with its permanent twin
+// (Check1: Z1/Z24, Check2: Z2/Z25, Check5: Z5/Z28). Z21 is a molar (tooth 18) without a box.
+class TestChart final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void leavingTranslatesTheTypedCode_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("1 is caries") << "1" << "C";
+        QTest::newRow("0 is periodontosis") << "0" << "Pa";
+        QTest::newRow("18 is OP, not caries") << "18" << "OP";
+        QTest::newRow("12") << "12" << "OC";
+        QTest::newRow("44") << "44" << "Rr";
+        QTest::newRow("03") << "03" << "III";
+        QTest::newRow("no trimming: blank and 1 stays") << " 1" << " 1";
+        QTest::newRow("unknown text is upper-cased and kept") << "кариес?" << "КАРИЕС?";
+        QTest::newRow("stored Pa passed through becomes PA") << "Pa" << "PA";
+        QTest::newRow("two codes are no code") << "1 8" << "1 8";
+    }
+    void leavingTranslatesTheTypedCode()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        Chart chart;
+        chart.setText(30, typed);
+        chart.inputLeft(30);
+        QCOMPARE(chart.text(30), stored);
+        QVERIFY(!chart.boxOn(7));
+    }
+
+    void digitsAnywhereAreTranslatedOnAnyLeaving()
+    {
+        Chart chart;
+        chart.setText(3, QStringLiteral("8")); // a milk field read from the store
+        chart.setText(40, QStringLiteral("9"));
+        chart.inputLeft(0); // leaving an input of the personal data
+        QCOMPARE(chart.text(3), QStringLiteral("P"));
+        QCOMPARE(chart.text(40), QStringLiteral("G"));
+    }
+
+    void milkMarkOnBoxedPlaceTurnsItToMilk_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("star") << "*";
+        QTest::newRow("double zero") << "00";
+    }
+    void milkMarkOnBoxedPlaceTurnsItToMilk()
+    {
+        QFETCH(QString, typed);
+        Chart chart;
+        chart.setText(24, typed);
+        chart.inputLeft(24);
+        QVERIFY(chart.boxOn(1));
+        QCOMPARE(chart.text(1), QStringLiteral("*"));
+        QCOMPARE(chart.text(24), QString());
+        QVERIFY(chart.isShown(1));
+        QVERIFY(!chart.isShown(24));
+    }
+
+    void milkMarkOnMolarStaysInPermanentField()
+    {
+        Chart chart;
+        chart.setText(21, QStringLiteral("00"));
+        chart.inputLeft(21);
+        QCOMPARE(chart.text(21), QStringLiteral("*"));
+        QVERIFY(chart.isShown(21));
+        for (int box = 1; box <= 20; ++box)
+            QVERIFY(!chart.boxOn(box));
+    }
+
+    void anyStarFlipsTheBoxedPlaceJustLeft()
+    {
+        // The star stands on a molar; leaving the untouched Z28 still turns place 5 to milk.
+        Chart chart;
+        chart.setText(21, QStringLiteral("*"));
+        chart.setText(28, QStringLiteral("C"));
+        chart.inputLeft(28);
+        QVERIFY(chart.boxOn(5));
+        QCOMPARE(chart.text(5), QStringLiteral("C"));
+        QCOMPARE(chart.text(28), QString());
+        QVERIFY(chart.isShown(5));
+        // A second leaving of another boxed place flips that one too.
+        chart.inputLeft(25);
+        QVERIFY(chart.boxOn(2));
+        QVERIFY(chart.isShown(2));
+    }
+
+    void starInStoredMilkFieldAlsoFlips()
+    {
+        Chart chart;
+        chart.setText(3, QStringLiteral("*"));
+        chart.inputLeft(29);
+        QVERIFY(chart.boxOn(6));
+        QVERIFY(chart.isShown(6));
+        QVERIFY(!chart.isShown(29));
+    }
+
+    void boxMovesTheEntryWhenItLosesFocus()
+    {
+        Chart chart;
+        chart.setText(28, QStringLiteral("C"));
+        chart.boxFocusIn(5);
+        chart.setBoxOn(5, true);
+        QCOMPARE(chart.text(28), QStringLiteral("C")); // nothing moves before the box is left
+        chart.boxFocusOut(5);
+        QCOMPARE(chart.text(5), QStringLiteral("C"));
+        QCOMPARE(chart.text(28), QString());
+        QVERIFY(chart.isShown(5) && !chart.isShown(28));
+
+        chart.boxFocusIn(5);
+        chart.setBoxOn(5, false);
+        chart.boxFocusOut(5);
+        QCOMPARE(chart.text(28), QStringLiteral("C"));
+        QCOMPARE(chart.text(5), QString());
+        QVERIFY(chart.isShown(28) && !chart.isShown(5));
+    }
+
+    void boxClickedTwiceBeforeLeavingMovesNothing()
+    {
+        Chart chart;
+        chart.setText(28, QStringLiteral("C"));
+        chart.boxFocusIn(5);
+        chart.setBoxOn(5, true);
+        chart.setBoxOn(5, false);
+        chart.boxFocusOut(5);
+        QCOMPARE(chart.text(28), QStringLiteral("C"));
+        QVERIFY(chart.isShown(28));
+    }
+
+    void storedMilkToothComesUpAndHidesThePermanentEntry()
+    {
+        Chart chart;
+        chart.setText(1, QStringLiteral("P"));
+        chart.setText(24, QStringLiteral("C"));
+        chart.comeToFront();
+        QVERIFY(chart.boxOn(1));
+        QVERIFY(chart.isShown(1) && !chart.isShown(24));
+        QCOMPARE(chart.text(24), QStringLiteral("C"));
+        // Switching the box off moves the milk entry back over the permanent one.
+        chart.boxFocusIn(1);
+        chart.setBoxOn(1, false);
+        chart.boxFocusOut(1);
+        QCOMPARE(chart.text(24), QStringLiteral("P"));
+        QCOMPARE(chart.text(1), QString());
+    }
+
+    void emptyMilkFieldsLeaveBoxesAsTheyAre()
+    {
+        Chart chart;
+        chart.setBoxOn(4, true);
+        chart.setText(1, QStringLiteral("  "));
+        chart.comeToFront();
+        QVERIFY(chart.boxOn(4));
+        QVERIFY(!chart.boxOn(1));
+        QVERIFY(chart.isShown(24));
+    }
+
+    void resetShowsEveryPermanentInputAndKeepsTexts()
+    {
+        Chart chart;
+        chart.setText(7, QStringLiteral("K"));
+        chart.comeToFront();
+        QVERIFY(chart.boxOn(7));
+        chart.ResetChartBoxes();
+        for (int box = 1; box <= 20; ++box)
+            QVERIFY(!chart.boxOn(box));
+        for (int field = 1; field <= 52; ++field)
+            QCOMPARE(chart.isShown(field), field > 20);
+        QCOMPARE(chart.text(7), QStringLiteral("K"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestChart)
+#include "tst_Chart.moc"

@@ -1,0 +1,349 @@
+#include "patients/EgnMessages.h"
+#include "patients/ui/KartonAdd.h"
+#include "patients/ui/SeekName.h"
+#include "shell/RunState.h"
+#include "treatment/ui/ViewHelp.h"
+
+#include "TestPractice.h"
+#include "store/Sql.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QString Doctor = QStringLiteral("0101");
+
+QString storedText(const QString &sql, const QString &egn)
+{
+    return store::scalar(store::clinicDb(), sql, {egn}).toString();
+}
+
+// The card as the user has it: shown, active, driven through its inputs.
+class CardDriver final
+{
+public:
+    // The card opens with the focus in the empty name input; leaving it warns about the names,
+    // which the tests below are not about.
+    CardDriver(KartonAdd *card, ScriptedDialogs &dialogs)
+        : m_card(card)
+    {
+        m_card->show();
+        m_card->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_card));
+        QVERIFY(input(QStringLiteral("Text2"))->hasFocus());
+        const bool noName = input(QStringLiteral("Text2"))->text().isEmpty();
+        leave();
+        QCOMPARE(dialogs.messages.size(), noName ? 1 : 0);
+        dialogs.messages.clear();
+    }
+
+    QLineEdit *input(const QString &name) const { return m_card->findChild<QLineEdit *>(name); }
+    QCheckBox *box(int number) const { return m_card->findChild<QCheckBox *>(QStringLiteral("Check%1").arg(number)); }
+    QPushButton *button(const QString &name) const { return m_card->findChild<QPushButton *>(name); }
+
+    // Types into an input and leaves it for the next one, as Tab would.
+    void type(const QString &name, const QString &text) const
+    {
+        QLineEdit *edit = input(name);
+        edit->setFocus(Qt::TabFocusReason);
+        edit->selectAll();
+        edit->insert(text);
+        leave();
+    }
+    void leave() const { input(QStringLiteral("Text4"))->setFocus(Qt::TabFocusReason); }
+
+    void enterNumber(const QString &egn) const
+    {
+        QTest::mouseClick(input(QStringLiteral("Text3")), Qt::LeftButton);
+        QTest::keyClicks(input(QStringLiteral("Text11")), egn);
+        leave();
+    }
+
+    // Focus into the box, click it, focus out of it.
+    void switchBox(int number) const
+    {
+        box(number)->setFocus(Qt::TabFocusReason);
+        box(number)->click();
+        leave();
+    }
+
+private:
+    KartonAdd *m_card;
+};
+
+} // namespace
+
+class TestKartonAddScreen final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void registersNewPatientWithChart()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("New");
+        KartonAdd card;
+        QSignalSpy treatment(&card, &KartonAdd::openTreatment);
+        CardDriver driver(&card, practice.dialogs());
+        QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Нов"));
+        QVERIFY(!driver.button("cmdDelete")->isEnabled());
+        QVERIFY(!driver.button("cmdClose")->isEnabled());
+
+        const QString egn = validEgn(QDate(1985, 7, 20), false);
+        driver.enterNumber(egn);
+        QVERIFY(driver.input("Text11")->isHidden());
+        QCOMPARE(driver.input("Text3")->text(), egn);
+        QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("Ж"));
+        QVERIFY(driver.button("cmdClose")->isEnabled());
+        QVERIFY(!driver.button("cmdAdd")->isEnabled());
+
+        driver.type("Text2", QStringLiteral("Мария Д'Арк Петрова"));
+        driver.type("Text6", QStringLiteral("1000"));
+        QCOMPARE(driver.input("Text1")->text(), QStringLiteral("гр. София"));
+        driver.type("txtFields(6)", QStringLiteral("99")); // overwritten by the post code's office at the save
+        driver.type("Text14", QStringLiteral("Витоша !5"));
+        QCOMPARE(driver.input("Text14")->text(), QStringLiteral("ул. Витоша №5"));
+        driver.type("txtFields(14)", QStringLiteral("01.03.2026"));
+        driver.type("Z24", QStringLiteral("1"));
+        QCOMPARE(driver.input("Z24")->text(), QStringLiteral("C"));
+        driver.type("Z25", QStringLiteral("00")); // turns place 2 to milk
+        QVERIFY(driver.box(2)->isChecked());
+        QVERIFY(driver.input("Z25")->isHidden());
+        QVERIFY(!driver.input("Z2")->isHidden());
+        driver.type("Z21", QStringLiteral("p"));
+
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QVERIFY2(practice.dialogs().messages.isEmpty(), qPrintable(practice.dialogs().messages.join('|')));
+        QVERIFY(!driver.button("cmdUpdate")->isEnabled());
+        QCOMPARE(storedText("SELECT Names FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Мария Д'Арк Петрова"));
+        QCOMPARE(storedText("SELECT LKod FROM Pacients WHERE EGN = ?", egn), Doctor);
+        QCOMPARE(storedText("SELECT RZOK FROM Pacients WHERE EGN = ?", egn), QStringLiteral("22"));
+        QCOMPARE(storedText("SELECT Pol FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Ж"));
+        QCOMPARE(storedText("SELECT UL FROM Pacients WHERE EGN = ?", egn), QStringLiteral("ул. Витоша №5"));
+        QCOMPARE(storedText("SELECT Z24 FROM Dental WHERE EGN = ?", egn), QStringLiteral("C"));
+        QCOMPARE(storedText("SELECT Z2 FROM Dental WHERE EGN = ?", egn), QStringLiteral("*"));
+        QCOMPARE(storedText("SELECT Z25 FROM Dental WHERE EGN = ?", egn), QString());
+        QCOMPARE(storedText("SELECT Z21 FROM Dental WHERE EGN = ?", egn), QStringLiteral("P"));
+
+        QTest::mouseClick(driver.button("cmdClose"), Qt::LeftButton);
+        QCOMPARE(treatment.size(), 1);
+        QCOMPARE(treatment.at(0).at(0).toString(), egn);
+        QCOMPARE(treatment.at(0).at(1).toString(), QStringLiteral("Мария Д'Арк Петрова"));
+        QVERIFY(!card.isVisible());
+    }
+
+    void checksOnLeavingInputsOnlyWarn()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("New");
+        KartonAdd card;
+        CardDriver driver(&card, practice.dialogs());
+        driver.type("Text2", QStringLiteral("Мария"));
+        driver.type("Text2", QStringLiteral("Мария "));
+        driver.type("Text6", QStringLiteral("0000"));
+        driver.type("Text12", QStringLiteral("1234567"));
+        driver.type("Text13", QStringLiteral("Лозенец"));
+        driver.leave();
+        driver.type("Text13", QString());
+        QCOMPARE(practice.dialogs().messages,
+                 QStringList({QStringLiteral("Въведете трите имена на пациента!"),
+                              QStringLiteral("Няма данни за населеното място ") + QChar(13) + QStringLiteral("или за пощенски код е сгрешен!"),
+                              QStringLiteral("Номера на здравната книжка е невалиден!")}));
+        QCOMPARE(driver.input("Text13")->text(), QStringLiteral("кв. "));
+        // Saved without a number, the card is refused and nothing is stored.
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+        QCOMPARE(practice.dialogs().messages.size(), 4);
+    }
+
+    void ninedigitNumberClosesTheCard()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("New");
+        KartonAdd card;
+        CardDriver driver(&card, practice.dialogs());
+        driver.enterNumber(QStringLiteral("750101124"));
+        QCOMPARE(practice.dialogs().messages,
+                 QStringList({egnmessages::InvalidLength, egnmessages::withNumber(egnmessages::MonthHead, {})}));
+        QCOMPARE(run().CardMode, QStringLiteral(" "));
+        QVERIFY(!card.isVisible());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+    }
+
+    void storedNumberShowsThatPatient()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        store::run(store::clinicDb(), QStringLiteral("UPDATE Pacients SET Pol = 'Ж'"));
+        store::run(store::clinicDb(), QStringLiteral("UPDATE Dental SET Z3 = 'P', Z26 = 'K'"));
+        run().CardMode = QStringLiteral("New");
+        KartonAdd card;
+        CardDriver driver(&card, practice.dialogs());
+        driver.enterNumber(egn);
+        QCOMPARE(practice.dialogs().messages.value(0),
+                 QStringLiteral("Имате пациент с това ЕГН!") + QChar(13) + QStringLiteral("Ще покажа данните."));
+        QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Корекция"));
+        QCOMPARE(run().CardMode, QStringLiteral("Edit"));
+        QCOMPARE(driver.input("Text2")->text(), QStringLiteral("Иван Петров Иванов"));
+        QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("М")); // sex from the number
+        QVERIFY(!driver.button("cmdDelete")->isEnabled());
+        QVERIFY(driver.box(3)->isChecked());
+        QCOMPARE(driver.input("Z3")->text(), QStringLiteral("P"));
+        QVERIFY(driver.input("Z26")->isHidden());
+
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QCOMPARE(storedText("SELECT Pol FROM Pacients WHERE EGN = ?", egn), QStringLiteral("М"));
+        QCOMPARE(storedText("SELECT Z26 FROM Dental WHERE EGN = ?", egn), QStringLiteral("K")); // unseen, kept
+        QVERIFY(driver.button("cmdClose")->isEnabled());
+    }
+
+    void correctionWithHistoryAndMissingChartRow()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
+        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        store::run(store::clinicDb(), QStringLiteral("DELETE FROM Dental"));
+        run().CardMode = QStringLiteral("Edit");
+        KartonAdd card(QStringLiteral("Иван Петров Иванов          "), egn);
+        CardDriver driver(&card, practice.dialogs());
+        QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Корекция"));
+        QVERIFY(!driver.button("cmdAdd")->isEnabled());
+        QVERIFY(card.history());
+        QCOMPARE(card.history()->rowCount(), 2);
+
+        driver.type("Z28", QStringLiteral("5"));
+        driver.switchBox(5); // the crown follows the tooth into the milk field
+        QCOMPARE(driver.input("Z5")->text(), QStringLiteral("K"));
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QCOMPARE(storedText("SELECT Z5 FROM Dental WHERE EGN = ?", egn), QStringLiteral("K"));
+        QCOMPARE(storedText("SELECT Z28 FROM Dental WHERE EGN = ?", egn), QString());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+
+        QTest::mouseClick(driver.button("cmdClose"), Qt::LeftButton);
+        QTRY_VERIFY(!card.history());
+    }
+
+    void deleteAsksFirst()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
+        run().CardMode = QStringLiteral("Edit");
+        KartonAdd card(QStringLiteral("Иван"), egn);
+        CardDriver driver(&card, practice.dialogs());
+        practice.dialogs().answers = {false, true};
+        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QVERIFY(card.isVisible());
+        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
+        QCOMPARE(practice.dialogs().questions.value(1),
+                 QStringLiteral("Изтривате пациент от БД!") + QChar(13) + QStringLiteral("Да продължа ли?"));
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients") + practice.count("SELECT COUNT(*) FROM Dental") +
+                     practice.count("SELECT COUNT(*) FROM Help"),
+                 0);
+        QVERIFY(!card.isVisible());
+    }
+
+    void closingWhileTypingTheNumber()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("New");
+        KartonAdd card;
+        CardDriver driver(&card, practice.dialogs());
+        QTest::mouseClick(driver.input("Text3"), Qt::LeftButton);
+        QTest::keyClicks(driver.input("Text11"), QStringLiteral("7501"));
+        QVERIFY(driver.input("Text11")->hasFocus());
+        card.close();
+        QVERIFY(practice.dialogs().messages.isEmpty());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+    }
+
+    void correctionSearchOpensTheCard()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        practice.addPatient(validEgn(QDate(1976, 1, 1)), QStringLiteral("Иван Стоянов"), QStringLiteral("0202"));
+        SeekName *search = SeekName::openFor(1);
+        QCOMPARE(search->windowTitle(), QStringLiteral("Корекция - Търсене по име"));
+        search->findChild<QLineEdit *>("Text1")->setText(QStringLiteral("иван"));
+        QTest::mouseClick(search->findChild<QPushButton *>("OKButton"), Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.value(0), QStringLiteral("Завърших търсенето на имената!"));
+        auto *list = search->findChild<QComboBox *>("Combo1");
+        QCOMPARE(list->count(), 1);
+        search->choose(list->itemText(0));
+        QCOMPARE(search->FoundEGN(), egn);
+        QCOMPARE(search->FoundName(), QStringLiteral("Иван Петров Иванов") + QString(10, u' '));
+        KartonAdd *card = nullptr;
+        for (QWidget *window : QApplication::topLevelWidgets())
+            if (auto *opened = qobject_cast<KartonAdd *>(window); opened && opened->isVisible())
+                card = opened;
+        QVERIFY(card);
+        QCOMPARE(card->CardEGN(), egn);
+        QCOMPARE(card->findChild<QLineEdit *>("Text2")->text(), QStringLiteral("Иван Петров Иванов"));
+        QPointer<SeekName> alive(search);
+        card->close();
+        QTRY_VERIFY(!alive); // the card takes the search window with it
+    }
+
+    void treatmentAndInquiryAreHandedOn_data()
+    {
+        QTest::addColumn<int>("purpose");
+        QTest::newRow("treatment") << 2;
+        QTest::newRow("inquiry") << 3;
+    }
+    void treatmentAndInquiryAreHandedOn()
+    {
+        QFETCH(int, purpose);
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Петър"), Doctor);
+        SeekName search;
+        run().SeekPurpose = qint16(purpose);
+        QSignalSpy chosen(&search, &SeekName::patientChosen);
+        search.findChild<QLineEdit *>("Text1")->setText(QStringLiteral("петър"));
+        search.search();
+        auto *list = search.findChild<QComboBox *>("Combo1");
+        QCOMPARE(list->itemText(0).size(), 65);
+        search.choose(list->itemText(0));
+        QCOMPARE(chosen.size(), 1);
+        QCOMPARE(chosen.at(0).at(0).toInt(), purpose);
+        QCOMPARE(chosen.at(0).at(2).toString(), egn);
+    }
+
+    void emptySearchAndEmptyList()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров"), QStringLiteral("0202"));
+        SeekName search;
+        search.show();
+        search.search();
+        QCOMPARE(practice.dialogs().messages.value(0),
+                 QStringLiteral("Няма записани пациенти в БД!") + QChar(13) + QStringLiteral(" Прекъсвам търсенето!"));
+        QTest::mouseClick(search.findChild<QComboBox *>("Combo1"), Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.value(1), QStringLiteral("Няма избрани имена!"));
+    }
+};
+
+QTEST_MAIN(TestKartonAddScreen)
+#include "tst_KartonAddScreen.moc"

@@ -1,0 +1,261 @@
+#include "patients/EgnMessages.h"
+#include "patients/EgnRules.h"
+#include "patients/PatientCard.h"
+
+#include "TestPractice.h"
+#include "store/Sql.h"
+
+#include <QTest>
+
+using namespace patientcard;
+
+namespace {
+
+const QString Doctor = QStringLiteral("0101");
+
+QVariant stored(const QString &sql, std::initializer_list<QVariant> values = {})
+{
+    return store::scalar(store::clinicDb(), sql, values);
+}
+
+CardData typedCard(const QString &names)
+{
+    CardData card;
+    card.fields.insert(QStringLiteral("Names"), names);
+    card.fields.insert(QStringLiteral("DataR"), QStringLiteral("02.03.2026"));
+    card.fields.insert(QStringLiteral("RZOK"), QStringLiteral("typed over"));
+    card.chart[23] = QStringLiteral("C"); // Z24
+    card.chart[0] = QStringLiteral("*");  // Z1
+    return card;
+}
+
+} // namespace
+
+class TestPatientCard final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void numberEntry_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<bool>("closes");
+        QTest::addColumn<int>("verdict");
+        const QString nine = validEgn(QDate(1975, 1, 1)).left(9);
+        QTest::newRow("nine digits: length, then month of an empty number")
+            << nine << QStringList{egnmessages::InvalidLength, egnmessages::withNumber(egnmessages::MonthHead, {})}
+            << true << int(EgnVerdict::Failed);
+        QTest::newRow("nine digits and a blank pass the length and fall at the rules")
+            << nine + " " << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, nine)} << false
+            << int(EgnVerdict::Failed);
+        QTest::newRow("a blank the rules read as a digit") << "75010 1234"
+                                        << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, "75010 1234")}
+                                        << false << int(EgnVerdict::Failed);
+        QTest::newRow("bad month") << "7513011234" << QStringList{egnmessages::withNumber(egnmessages::MonthHead, "7513011234")}
+                                   << false << int(EgnVerdict::Failed);
+        QTest::newRow("bad day") << "7502301234" << QStringList{egnmessages::withNumber(egnmessages::DateHead, "7502301234")}
+                                 << false << int(EgnVerdict::Failed);
+        QTest::newRow("letters") << "75O1011234" << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, "75O1011234")}
+                                 << false << int(EgnVerdict::Failed);
+        QTest::newRow("valid, unknown") << validEgn(QDate(1980, 6, 15), false) << QStringList{} << false
+                                        << int(EgnVerdict::NewPatient);
+        QTest::newRow("valid, stored") << validEgn(QDate(1975, 1, 1))
+                                       << QStringList{QStringLiteral("Имате пациент с това ЕГН!") + QChar(13) +
+                                                      QStringLiteral("Ще покажа данните.")}
+                                       << false << int(EgnVerdict::ExistingPatient);
+    }
+    void numberEntry()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, messages);
+        QFETCH(bool, closes);
+        QFETCH(int, verdict);
+        TestPractice practice;
+        practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров Иванов"), Doctor);
+        const auto entry = checkEnteredEgn(typed);
+        QVERIFY(entry.ok());
+        QCOMPARE(entry->messages, messages);
+        QCOMPARE(entry->closeCard, closes);
+        QCOMPARE(int(entry->verdict), verdict);
+        if (entry->verdict == EgnVerdict::ExistingPatient)
+            QCOMPARE(entry->existingName, QStringLiteral("Иван Петров Иванов"));
+        if (entry->verdict != EgnVerdict::Failed)
+            QCOMPARE(entry->sex, typed == validEgn(QDate(1975, 1, 1)) ? QStringLiteral("М") : QStringLiteral("Ж"));
+    }
+
+    void inputRules_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("street mark") << "street" << "Витоша !5" << "ул. Витоша №5";
+        QTest::newRow("street twice keeps one prefix") << "street" << "ул. Витоша №5" << "ул. Витоша №5";
+        QTest::newRow("boulevard") << "street" << "бул.Витоша 5" << "бул.Витоша 5";
+        QTest::newRow("only the first mark") << "street" << "А !1 !2" << "ул. А №1 !2";
+        QTest::newRow("empty street") << "street" << "" << "ул. ";
+        QTest::newRow("mark counted on the untrimmed text") << "street" << "  А !5" << "ул. А !5№";
+        QTest::newRow("quarter kept") << "quarter" << "кв.Лозенец" << "кв.Лозенец";
+        QTest::newRow("complex kept") << "quarter" << "к-с Младост" << "к-с Младост";
+        QTest::newRow("quarter prefixed") << "quarter" << "Лозенец" << "кв. Лозенец";
+        QTest::newRow("quarter twice") << "quarter" << "кв. Лозенец" << "кв. Лозенец";
+        QTest::newRow("empty quarter") << "quarter" << "" << "кв. ";
+        QTest::newRow("names: empty") << "names" << "" << "message";
+        QTest::newRow("names: one word and a blank") << "names" << "Иван " << "message";
+        QTest::newRow("names: one word alone") << "names" << "Иван" << "";
+        QTest::newRow("names: two words pass") << "names" << "Иван Петров" << "";
+        QTest::newRow("names: apostrophe") << "names" << "Д'Артанян Петров Иванов" << "";
+        QTest::newRow("book: eight") << "book" << "12345678" << "";
+        QTest::newRow("book: seven") << "book" << "1234567" << "message";
+        QTest::newRow("book: nine") << "book" << "123456789" << "message";
+        QTest::newRow("book: eight blanks") << "book" << "        " << "message";
+        QTest::newRow("book: eight behind blanks") << "book" << "  12345678 " << "";
+    }
+    void inputRules()
+    {
+        QFETCH(QString, rule);
+        QFETCH(QString, typed);
+        QFETCH(QString, result);
+        if (rule == "street")
+            QCOMPARE(streetWithPrefix(typed), result);
+        else if (rule == "quarter")
+            QCOMPARE(quarterWithPrefix(typed), result);
+        else if (rule == "names")
+            QCOMPARE(namesIncomplete(typed), result == "message");
+        else
+            QCOMPARE(healthBookInvalid(typed), result == "message");
+    }
+
+    void postCodeLookUp()
+    {
+        TestPractice practice;
+        const auto sofia = findPostCode(QStringLiteral("1000"));
+        QVERIFY(sofia.ok() && sofia.value());
+        QCOMPARE(sofia.value()->tawn, QStringLiteral("гр. София"));
+        QCOMPARE(sofia.value()->zk, QStringLiteral("22"));
+        QCOMPARE(sofia.value()->zdRn, QStringLiteral("01"));
+        for (const QString &unknown : {QStringLiteral("9999"), QStringLiteral(" 1000"), QStringLiteral("10'0")}) {
+            const auto none = findPostCode(unknown);
+            QVERIFY(none.ok());
+            QVERIFY(!none.value());
+        }
+    }
+
+    void newCardStoresWhatTheSaveSets()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(2005, 5, 12), false);
+        const auto saved = saveNewCard(typedCard(QStringLiteral("Д'Артанян Петров")), egn,
+                                       {Doctor, std::nullopt, QStringLiteral("22"), QStringLiteral("01")});
+        QVERIFY2(saved.ok(), qPrintable(saved.error()));
+        QCOMPARE(stored("SELECT Names FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("Д'Артанян Петров"));
+        QCOMPARE(stored("SELECT LKod FROM Pacients WHERE EGN = ?", {egn}).toString(), Doctor);
+        QCOMPARE(stored("SELECT RZOK FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("22"));
+        QCOMPARE(stored("SELECT ZR FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("01"));
+        QCOMPARE(stored("SELECT DataB FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("2005-05-12"));
+        QCOMPARE(stored("SELECT DataR FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("2026-03-02"));
+        QCOMPARE(stored("SELECT Z24 FROM Dental WHERE EGN = ?", {egn}).toString(), QStringLiteral("C"));
+        QCOMPARE(stored("SELECT Z1 FROM Dental WHERE EGN = ?", {egn}).toString(), QStringLiteral("*"));
+        QVERIFY(saved->pacientRowId > 0 && saved->dentalRowId > 0);
+        // Without a post code found, the two fund fields become empty whatever was typed.
+        const QString other = validEgn(QDate(1990, 2, 3));
+        QVERIFY(saveNewCard(typedCard(QStringLiteral("А Б")), other, {Doctor, std::nullopt, {}, {}}).ok());
+        QVERIFY(stored("SELECT RZOK FROM Pacients WHERE EGN = ?", {other}).isNull());
+    }
+
+    void newCardIsRefusedWithoutGoodNumber_data()
+    {
+        QTest::addColumn<QString>("egn");
+        QTest::newRow("empty") << "";
+        QTest::newRow("nine digits") << "750101123";
+        QTest::newRow("a blank the rules pass") << "75010 1234";
+        QTest::newRow("bad check digit") << validEgn(QDate(1975, 1, 1)).left(9) + "0";
+        QTest::newRow("already stored") << validEgn(QDate(1980, 1, 1));
+    }
+    void newCardIsRefusedWithoutGoodNumber()
+    {
+        QFETCH(QString, egn);
+        if (egn == validEgn(QDate(1975, 1, 1)).left(9) + "0" && EgnCheckDigit(egn) == 0)
+            QSKIP("the check digit happens to be 0");
+        TestPractice practice;
+        practice.addPatient(validEgn(QDate(1980, 1, 1)), QStringLiteral("Стар Пациент"), Doctor);
+        const auto saved = saveNewCard(typedCard(QStringLiteral("Нов Пациент")), egn, {Doctor, std::nullopt, {}, {}});
+        QVERIFY(!saved.ok());
+        QVERIFY(!saved.error().isEmpty());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+    }
+
+    void changesCreateAMissingChartRow()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
+        store::run(store::clinicDb(), QStringLiteral("DELETE FROM Dental"));
+        auto card = loadPatient(egn);
+        QVERIFY(card.ok() && card.value());
+        CardData edited = *card.value();
+        QCOMPARE(edited.dentalRowId, qint64(0));
+        edited.fields.insert(QStringLiteral("Pol"), QStringLiteral("М"));
+        edited.chart[27] = QStringLiteral("K"); // Z28
+        const auto saved = saveCardChanges(edited, egn);
+        QVERIFY2(saved.ok(), qPrintable(saved.error()));
+        QCOMPARE(stored("SELECT Z28 FROM Dental WHERE EGN = ?", {egn}).toString(), QStringLiteral("K"));
+        QCOMPARE(stored("SELECT Pol FROM Pacients WHERE EGN = ?", {egn}).toString(), QStringLiteral("М"));
+        // Saved again, the row made the first time is updated, not doubled.
+        edited = saved.value();
+        edited.chart[27] = QStringLiteral("X");
+        QVERIFY(saveCardChanges(edited, egn).ok());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+        QCOMPARE(stored("SELECT Z28 FROM Dental").toString(), QStringLiteral("X"));
+    }
+
+    void failedSaveLeavesNothingHalfDone()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
+        CardData edited = *loadPatient(egn).value();
+        edited.fields.insert(QStringLiteral("Names"), QStringLiteral("Сменено Име"));
+        store::run(store::clinicDb(), QStringLiteral("DROP TABLE Dental"));
+        const auto saved = saveCardChanges(edited, egn);
+        QVERIFY(!saved.ok());
+        QCOMPARE(stored("SELECT Names FROM Pacients").toString(), QStringLiteral("Иван Петров"));
+        const auto added = saveNewCard(typedCard(QStringLiteral("Нов")), validEgn(QDate(1990, 2, 3)), {Doctor, {}, {}, {}});
+        QVERIFY(!added.ok());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+    }
+
+    void deleteRemovesOnlyPatientChartAndServices()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        const QString other = validEgn(QDate(1976, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
+        practice.addPatient(other, QStringLiteral("Мария Петрова"), Doctor);
+        for (const QString &who : {egn, egn, other})
+            practice.addService(who, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        store::run(store::clinicDb(), QStringLiteral("INSERT INTO Path (EGN) VALUES (?)"), {egn});
+        const auto deleted = deletePatient(*loadPatient(egn).value(), egn);
+        QVERIFY2(deleted.ok(), qPrintable(deleted.error()));
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Path"), 1);
+        QCOMPARE(stored("SELECT EGN FROM Pacients").toString(), other);
+    }
+
+    void failedDeleteKeepsEverything()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
+        const CardData card = *loadPatient(egn).value();
+        store::run(store::clinicDb(), QStringLiteral("DROP TABLE Help"));
+        QVERIFY(!deletePatient(card, egn).ok());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPatientCard)
+#include "tst_PatientCard.moc"
