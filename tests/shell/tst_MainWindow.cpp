@@ -1,0 +1,458 @@
+#include "TestPractice.h"
+
+#include "Version.h"
+#include "shell/RunState.h"
+#include "shell/ui/HelpWindow.h"
+#include "shell/ui/TimeDay.h"
+#include "shell/ui/frmMain.h"
+#include "store/Scratch.h"
+#include "store/Sql.h"
+#include "store/Store.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+
+const QString HelpMissing = QStringLiteral("Файла с описанието на програмата липсва!");
+
+QString sourceHelpFolder() { return QFINDTESTDATA("../../help"); }
+
+// Each menu as "name caption key" lines, "-" for a separator.
+QStringList menuListing(frmMain &window)
+{
+    QStringList lines;
+    for (QAction *top : window.menuBar()->actions()) {
+        lines << top->objectName() + u' ' + top->text();
+        for (QAction *item : top->menu()->actions())
+            lines << QStringLiteral("  ")
+                         + (item->isSeparator() ? QStringLiteral("-")
+                                                : QStringLiteral("%1 %2 %3")
+                                                      .arg(item->objectName(), item->text(), item->shortcut().toString())
+                                                      .trimmed());
+    }
+    return lines;
+}
+
+QStringList toolbarListing(frmMain &window)
+{
+    QStringList keys;
+    for (QAction *button : window.findChild<QToolBar *>(QStringLiteral("ToolBar"))->actions())
+        keys << (button->isSeparator() ? QStringLiteral("-") : button->objectName());
+    return keys;
+}
+
+QString storedSetting(const QString &key)
+{
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, QCoreApplication::organizationName(),
+                     QCoreApplication::applicationName())
+        .value(QStringLiteral("Settings/") + key)
+        .toString();
+}
+
+// Runs `act`, then closes the modal window it opened; returns that window's title.
+QString titleOfModal(const std::function<void()> &act)
+{
+    QString title;
+    QTimer::singleShot(0, [&title] {
+        if (QWidget *modal = QApplication::activeModalWidget()) {
+            title = modal->windowTitle();
+            modal->close();
+        }
+    });
+    act();
+    return title;
+}
+
+} // namespace
+
+class tst_MainWindow final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void captionAndMenu();
+    void startStatesAndHelpContexts();
+    void toolbar();
+    void buttonsToggleTwiceRestores();
+    void clockToggle();
+    void activationCountsTheDay();
+    void overflowIsToldOnce();
+    void orderlyClose_data();
+    void orderlyClose();
+    void minimizedCloseKeepsGeometry();
+    void damagedSettingsFile();
+    void exitDialog();
+    void helpPages();
+    void helpFolderMissing();
+    void f1OnAMenuItem();
+    void aboutAndChangePasswordOpen();
+
+private:
+    QTemporaryDir m_settings;
+};
+
+void tst_MainWindow::initTestCase()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Velmorata"));
+    QCoreApplication::setApplicationName(QStringLiteral("Velmorata"));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+}
+
+void tst_MainWindow::init()
+{
+    QFile::remove(m_settings.path() + QStringLiteral("/Velmorata/Velmorata.ini"));
+}
+
+void tst_MainWindow::captionAndMenu()
+{
+    TestPractice practice;
+    run().CurrentMedicName = QStringLiteral("Иванов");
+    frmMain window(sourceHelpFolder());
+    QCOMPARE(window.windowTitle(), QStringLiteral("Велмората %1 - д-р Иванов").arg(QString::fromLatin1(version::Text)));
+    const QStringList expected{
+        "mnuPac Пациенти",
+        "  mnuPacDen Стоматологична помощ F2",
+        "  mnuPacMed Медицинска помощ",
+        "  -",
+        "  mnuPacKor Корекция F4",
+        "  mnuPacKorEGN Корекция ЕГН",
+        "  -",
+        "  mnuPacReg Регистрация Ctrl+N",
+        "  mnuPacZOKC Добавяне от ЗОКС",
+        "  -",
+        "  mnuExit Изход Ctrl+Z",
+        "mnuOtcet Справки",
+        "  mnuOtPac Пациент",
+        "  mnuOtDati Дати...",
+        "  -",
+        "  mnuOtchetWork Дейности към ЗОК Ctrl+W",
+        "  mnuOtchetWorkGod Справка за ЗОК",
+        "  mnuOtMat Разходи",
+        "  -",
+        "  mnuOtchetExportXML Експорт XML",
+        "  mnuOtSpecif Спецификация",
+        "  -",
+        "  mnuOtSpGraf График за прегледи Ctrl+G",
+        "mnuSlg Служебна",
+        "  mnuSlgMed Лекари",
+        "  mnuSlgCeno Ценоразпис",
+        "  mnuSlgUnit Лечебно заведение",
+        "  -",
+        "  mnuSlgGraf График за прегледи",
+        "  -",
+        "  mnuSlgSchet Осчетоводяване",
+        "  -",
+        "  mnuSlgSave Съхраняване на данни",
+        "  mnuSlgOpen Зареждане на данни",
+        "  -",
+        "  mnuSlgUtil Поправяне на БД",
+        "  mnuSlgClean Изтриване на БД",
+        "  -",
+        "  mnuCahgePass Смяна на паролата",
+        "mnuView Прозорец",
+        "  mnuViewButton Бутони",
+        "  mnuViewTime Време",
+        "mnuHelp Помощ",
+        "  mnuHelpContents Съдържание",
+        "  -",
+        "  mnuHelpUpdate Обновяване",
+        "  -",
+        "  mnuHelpAbout За програмата",
+        "  mnuHelpAutor За автора",
+    };
+    QCOMPARE(menuListing(window), expected);
+}
+
+void tst_MainWindow::startStatesAndHelpContexts()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    for (const char *off : {"mnuPacMed", "mnuOtDati", "mnuSlgMed"}) {
+        QVERIFY2(!window.action(QString::fromLatin1(off))->isEnabled(), off);
+        QVERIFY2(window.action(QString::fromLatin1(off))->isVisible(), off);
+    }
+    QVERIFY(!window.action(QStringLiteral("mnuSlgClean"))->isEnabled());
+    QVERIFY(!window.action(QStringLiteral("mnuSlgClean"))->isVisible());
+    for (const char *on : {"mnuCahgePass", "mnuExit", "mnuHelpContents", "mnuHelpAbout", "mnuHelpAutor"})
+        QVERIFY2(window.action(QString::fromLatin1(on))->isEnabled(), on);
+    for (const char *checked : {"mnuViewButton", "mnuViewTime"})
+        QVERIFY2(window.action(QString::fromLatin1(checked))->isChecked(), checked);
+
+    const QList<std::pair<const char *, int>> contexts{
+        {"mnuPac", 34},          {"mnuPacDen", 6},       {"mnuPacKor", 7},    {"mnuPacReg", 8},    {"mnuOtcet", 35},
+        {"mnuOtPac", 9},         {"mnuOtchetWork", 10},  {"mnuOtSpGraf", 11}, {"mnuSlg", 36},      {"mnuSlgCeno", 12},
+        {"mnuSlgGraf", 13},      {"mnuSlgSchet", 14},    {"mnuSlgSave", 44},  {"mnuSlgOpen", 45},  {"mnuSlgClean", 46},
+        {"mnuView", 37},         {"mnuViewButton", 15},  {"mnuViewTime", 16}, {"mnuHelp", 38},     {"mnuHelpContents", 17},
+        {"mnuHelpAbout", 18},    {"mnuPacMed", 0},       {"mnuExit", 0},      {"mnuHelpUpdate", 0},
+    };
+    for (const auto &[name, context] : contexts)
+        QCOMPARE(window.action(QString::fromLatin1(name))->property("helpContext").toInt(), context);
+}
+
+void tst_MainWindow::toolbar()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    QCOMPARE(toolbarListing(window),
+             (QStringList{"New", "Edit", "-", "Help", "-", "PrintZOK", "PrintGraf", "PrintPac", "-", "Grafik"}));
+    const QList<std::tuple<const char *, const char *, const char *>> buttons{
+        {"New", "Нов пациент", "mnuPacReg"},
+        {"Edit", "Корекция на картон", "mnuPacKor"},
+        {"Help", "Стоматологична помощ", "mnuPacDen"},
+        {"PrintZOK", "Печат на дейностите за ЗОК", "mnuOtchetWork"},
+        {"PrintGraf", "Печат на графика", "mnuOtSpGraf"},
+        {"PrintPac", "Печат на картон", "mnuOtPac"},
+        {"Grafik", "График на стоматолога", "mnuSlgGraf"},
+    };
+    auto *bar = window.findChild<QToolBar *>(QStringLiteral("ToolBar"));
+    for (const auto &[key, tooltip, twinName] : buttons) {
+        QAction *button = bar->findChild<QAction *>(QString::fromLatin1(key));
+        QVERIFY2(button, key);
+        QCOMPARE(button->toolTip(), QString::fromUtf8(tooltip));
+        QVERIFY2(!button->icon().pixmap(24, 24).isNull(), key);
+        QAction *twin = window.action(QString::fromLatin1(twinName));
+        QCOMPARE(button->isEnabled(), twin->isEnabled());
+        // A screen that lands enables its item, and the button follows; the button runs the item.
+        twin->setEnabled(true);
+        QVERIFY(button->isEnabled());
+        QSignalSpy triggered(twin, &QAction::triggered);
+        button->trigger();
+        QCOMPARE(triggered.size(), 1);
+    }
+}
+
+void tst_MainWindow::buttonsToggleTwiceRestores()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    window.show();
+    auto *bar = window.findChild<QToolBar *>(QStringLiteral("ToolBar"));
+    QAction *item = window.action(QStringLiteral("mnuViewButton"));
+    QVERIFY(bar->isVisible());
+    item->trigger();
+    QVERIFY(!item->isChecked());
+    QVERIFY(!bar->isVisible());
+    item->trigger();
+    QVERIFY(item->isChecked());
+    QVERIFY(bar->isVisible());
+}
+
+void tst_MainWindow::clockToggle()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    window.show();
+    QAction *item = window.action(QStringLiteral("mnuViewTime"));
+    auto clockShown = [&window] {
+        auto *clock = window.findChild<TimeDay *>();
+        return clock && clock->isVisible();
+    };
+    QVERIFY(item->isChecked());
+    QVERIFY(!clockShown());
+    item->trigger(); // takes the mark off a clock that was not showing
+    QVERIFY(!item->isChecked());
+    QVERIFY(!clockShown());
+    run().MinutesLeft = 123;
+    item->trigger();
+    QVERIFY(item->isChecked());
+    QVERIFY(clockShown());
+    QCOMPARE(window.findChild<TimeDay *>()->findChild<QLabel *>(QStringLiteral("Label1"))->text(), QStringLiteral("123"));
+
+    window.findChild<TimeDay *>()->close(); // closed by the user: the mark stays
+    QVERIFY(item->isChecked());
+    item->trigger();
+    QVERIFY(!item->isChecked());
+    QVERIFY(!clockShown());
+    item->trigger();
+    QVERIFY(clockShown());
+}
+
+void tst_MainWindow::activationCountsTheDay()
+{
+    TestPractice practice;
+    practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("333"), QStringLiteral("1"));
+    practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("301Б"), QStringLiteral("2"));
+    run().MinutesLeft = 0;
+    frmMain window(sourceHelpFolder());
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(int(run().MinutesLeft), 360 - 141 - 26);
+}
+
+void tst_MainWindow::overflowIsToldOnce()
+{
+    TestPractice practice;
+    store::Transaction transaction(store::clinicDb());
+    for (int i = 0; i < 240; ++i)
+        practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("333"), QStringLiteral("1"));
+    transaction.commit();
+    frmMain window(sourceHelpFolder());
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(practice.dialogs().messages.size(), 1);
+    QVERIFY(practice.dialogs().messages.first().contains(QStringLiteral("Минутите")));
+    // Coming back to the window does not repeat the same message.
+    QEvent deactivate(QEvent::ActivationChange);
+    QApplication::sendEvent(&window, &deactivate);
+    QCOMPARE(practice.dialogs().messages.size(), 1);
+}
+
+void tst_MainWindow::orderlyClose_data()
+{
+    QTest::addColumn<bool>("withScratch");
+    QTest::newRow("scratch file present") << true;
+    QTest::newRow("no scratch file") << false;
+}
+
+void tst_MainWindow::orderlyClose()
+{
+    QFETCH(bool, withScratch);
+    TestPractice practice;
+    if (withScratch)
+        QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
+    QCOMPARE(QFile::exists(store::paths().scratchDb), withScratch);
+    frmMain window(sourceHelpFolder());
+    window.show();
+    window.setGeometry(60, 70, 800, 600);
+    QVERIFY(window.close());
+    QVERIFY(!QFile::exists(store::paths().scratchDb));
+    const QRect frame = window.frameGeometry();
+    QCOMPARE(storedSetting(QStringLiteral("MainLeft")), QString::number(frame.x()));
+    QCOMPARE(storedSetting(QStringLiteral("MainTop")), QString::number(frame.y()));
+    QCOMPARE(storedSetting(QStringLiteral("MainWidth")), QString::number(frame.width()));
+    QCOMPARE(storedSetting(QStringLiteral("MainHeight")), QString::number(frame.height()));
+    QVERIFY(practice.dialogs().messages.isEmpty());
+}
+
+void tst_MainWindow::minimizedCloseKeepsGeometry()
+{
+    TestPractice practice;
+    {
+        QSettings before(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Velmorata"), QStringLiteral("Velmorata"));
+        before.setValue(QStringLiteral("Settings/MainWidth"), QStringLiteral("777"));
+    }
+    QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
+    frmMain window(sourceHelpFolder());
+    window.showMinimized();
+    QVERIFY(window.isMinimized());
+    QVERIFY(window.close());
+    QVERIFY(!QFile::exists(store::paths().scratchDb));
+    QCOMPARE(storedSetting(QStringLiteral("MainWidth")), QStringLiteral("777"));
+    QVERIFY(storedSetting(QStringLiteral("MainLeft")).isEmpty());
+}
+
+void tst_MainWindow::damagedSettingsFile()
+{
+    TestPractice practice;
+    const QString file = m_settings.path() + QStringLiteral("/Velmorata/Velmorata.ini");
+    QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+    QFile damaged(file);
+    QVERIFY(damaged.open(QIODevice::WriteOnly));
+    damaged.write(QByteArray("[Settings\n\0\xff\xfe=MainLeft\n=\n[[[", 28));
+    damaged.close();
+    frmMain window(sourceHelpFolder());
+    window.show();
+    window.setGeometry(50, 50, 700, 500);
+    QVERIFY(window.close());
+    QCOMPARE(storedSetting(QStringLiteral("MainHeight")), QString::number(window.frameGeometry().height()));
+}
+
+void tst_MainWindow::exitDialog()
+{
+    TestPractice practice;
+    QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
+    frmMain window(sourceHelpFolder());
+    window.show();
+    practice.dialogs().exitAnswers = {false};
+    window.action(QStringLiteral("mnuExit"))->trigger();
+    QVERIFY(window.isVisible());
+
+    // "ДА" ends the run at once: no orderly close, so the scratch file and settings stay as they were.
+    practice.dialogs().exitAnswers = {true};
+    QTimer::singleShot(0, &window, [&window] { window.action(QStringLiteral("mnuExit"))->trigger(); });
+    QTimer::singleShot(5000, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QVERIFY(QFile::exists(store::paths().scratchDb));
+    QVERIFY(storedSetting(QStringLiteral("MainLeft")).isEmpty());
+    store::DeleteScratchFile();
+}
+
+void tst_MainWindow::helpPages()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    // Every help context of the menu has its own page.
+    for (QAction *item : window.findChildren<QAction *>()) {
+        const int context = item->property("helpContext").toInt();
+        if (context > 0)
+            QVERIFY2(HelpWindow::pagePath(sourceHelpFolder(), context).endsWith(QStringLiteral("/%1.html").arg(context)),
+                     qPrintable(item->objectName()));
+    }
+    window.action(QStringLiteral("mnuHelpContents"))->trigger();
+    auto *help = window.findChild<HelpWindow *>();
+    QVERIFY(help && help->isVisible());
+    QVERIFY(help->currentPage().endsWith(QStringLiteral("/index.html")));
+    QVERIFY(practice.dialogs().messages.isEmpty());
+}
+
+void tst_MainWindow::helpFolderMissing()
+{
+    TestPractice practice;
+    QTemporaryDir empty;
+    frmMain window(empty.path() + QStringLiteral("/help"));
+    window.action(QStringLiteral("mnuHelpContents"))->trigger();
+    QCOMPARE(practice.dialogs().messages, QStringList{HelpMissing});
+    QVERIFY(!window.findChild<HelpWindow *>());
+}
+
+void tst_MainWindow::f1OnAMenuItem()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto pressF1On = [&window](const char *menuName, const char *itemName) {
+        auto *menu = window.findChild<QMenu *>(QString::fromLatin1(menuName));
+        menu->popup(window.mapToGlobal(QPoint(10, 10)));
+        menu->setActiveAction(window.action(QString::fromLatin1(itemName)));
+        QTest::keyClick(menu, Qt::Key_F1);
+        QVERIFY(!menu->isVisible());
+    };
+    pressF1On("mnuView", "mnuViewTime");
+    auto *help = window.findChild<HelpWindow *>();
+    QVERIFY(help);
+    QVERIFY2(help->currentPage().endsWith(QStringLiteral("/16.html")), qPrintable(help->currentPage()));
+    // An item without a page of its own opens the page of its menu.
+    pressF1On("mnuPac", "mnuExit");
+    QVERIFY2(help->currentPage().endsWith(QStringLiteral("/34.html")), qPrintable(help->currentPage()));
+}
+
+void tst_MainWindow::aboutAndChangePasswordOpen()
+{
+    TestPractice practice;
+    practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1"));
+    frmMain window(sourceHelpFolder());
+    window.show();
+    QCOMPARE(titleOfModal([&] { window.action(QStringLiteral("mnuHelpAbout"))->trigger(); }), QStringLiteral("Програма..."));
+    QCOMPARE(titleOfModal([&] { window.action(QStringLiteral("mnuCahgePass"))->trigger(); }),
+             QStringLiteral("Смяна на паролата"));
+}
+
+QTEST_MAIN(tst_MainWindow)
+#include "tst_MainWindow.moc"
