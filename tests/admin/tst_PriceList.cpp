@@ -1,0 +1,93 @@
+// The practice's price list: the 10/15 rule on the name, and what a save stores or refuses.
+#include "TestPractice.h"
+
+#include "admin/PriceList.h"
+#include "admin/ui/Cenoraz.h"
+#include "store/Sql.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+class TestPriceList final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void truncation_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("empty") << "" << "";
+        QTest::newRow("10 stays") << "Обтурация1" << "Обтурация1";
+        QTest::newRow("11 stays whole") << "Обтурация12" << "Обтурация12";
+        QTest::newRow("15 stays whole") << "Обтурация123456" << "Обтурация123456";
+        QTest::newRow("16 loses its tail") << "Обтурация1234567" << "Обтурация123456";
+        QTest::newRow("long loses all past 15") << "Обтурация с амалгама на два зъба" << "Обтурация с ама";
+    }
+    void truncation()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        QCOMPARE(TrimmedPriceName(typed), kept);
+    }
+
+    void screenCorrectsNameAndPrice()
+    {
+        TestPractice practice;
+        Cenoraz window;
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto *list = window.findChild<QTableView *>(QStringLiteral("DBGrid1"));
+        auto *name = window.findChild<QLineEdit *>(QStringLiteral("Text2"));
+        auto *price = window.findChild<QLineEdit *>(QStringLiteral("Text1_1"));
+        QVERIFY(list && name && price);
+        QVERIFY(!window.findChild<QPushButton *>(QStringLiteral("cmdAdd"))->isEnabled());
+        QVERIFY(!window.findChild<QPushButton *>(QStringLiteral("cmdDelete"))->isEnabled());
+        QVERIFY(!window.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->isEnabled());
+        const int rows = practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny"));
+        QCOMPARE(list->model()->rowCount(), rows);
+        const QString code = window.findChild<QLabel *>(QStringLiteral("Label2"))->text();
+        QCOMPARE(code, list->model()->index(0, 0).data().toString());
+        QCOMPARE(window.findChild<QLabel *>(QStringLiteral("Data1"))->text(), QStringLiteral("Запис: 1"));
+
+        name->setFocus();
+        name->setText(QStringLiteral("Преглед с обясн"));
+        QTest::keyClicks(name, "12"); // 17 characters
+        QTest::keyClick(name, Qt::Key_Tab); // leaving the box applies the rule
+        QCOMPARE(name->text(), QStringLiteral("Преглед с обясн"));
+        price->setText(QStringLiteral("45,50"));
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE TextHelp = 'Преглед с обясн' "
+                                               "AND CenaHelp = 45.5 AND KodHelp = '%1'").arg(code)),
+                 1);
+        QCOMPARE(list->model()->index(0, 1).data().toString(), QStringLiteral("Преглед с обясн"));
+
+        // A price that is no number stores nothing, the name neither.
+        name->setText(QStringLiteral("Друго"));
+        price->setText(QStringLiteral("четиридесет"));
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.size(), 1);
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE TextHelp = 'Друго'")), 0);
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny")), rows);
+    }
+
+    void movingOnStoresTheCorrection()
+    {
+        TestPractice practice;
+        Cenoraz window;
+        window.show();
+        auto *list = window.findChild<QTableView *>(QStringLiteral("DBGrid1"));
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_1"))->setText(QStringLiteral("12"));
+        const QString code = list->model()->index(0, 0).data().toString();
+        list->setCurrentIndex(list->model()->index(1, 0));
+        QCOMPARE(window.findChild<QLabel *>(QStringLiteral("Data1"))->text(), QStringLiteral("Запис: 2"));
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE CenaHelp = 12 AND KodHelp = '%1'").arg(code)),
+                 1);
+    }
+};
+
+QTEST_MAIN(TestPriceList)
+#include "tst_PriceList.moc"

@@ -1,0 +1,75 @@
+// Sheet numbers per doctor and calendar year, and stored numbers that are not clean.
+#include "TestPractice.h"
+
+#include "store/Sql.h"
+#include "treatment/SheetNumbers.h"
+
+#include <QTest>
+
+namespace {
+
+struct Line
+{
+    QString doctor;
+    QDate date;
+    QString listId;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(QList<Line>)
+
+class TestSheetNumbers final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void next_data()
+    {
+        QTest::addColumn<QList<Line>>("lines");
+        QTest::addColumn<QString>("expected");
+        const QString me = QStringLiteral("D1");
+        const QString other = QStringLiteral("D2");
+        QTest::newRow("first sheet of all") << QList<Line>{} << "000001";
+        QTest::newRow("after the largest") << QList<Line>{{me, {2026, 2, 1}, "000005"}, {me, {2026, 3, 1}, "000003"}}
+                                           << "000006";
+        QTest::newRow("earlier year does not count")
+            << QList<Line>{{me, {2025, 12, 31}, "000099"}} << "000001";
+        QTest::newRow("later year does not count") << QList<Line>{{me, {2027, 1, 1}, "000099"}} << "000001";
+        QTest::newRow("first and last day of the year count")
+            << QList<Line>{{me, {2026, 1, 1}, "000010"}, {me, {2026, 12, 31}, "000011"}} << "000012";
+        QTest::newRow("other doctor's series is apart")
+            << QList<Line>{{other, {2026, 3, 1}, "000050"}, {me, {2026, 3, 1}, "000002"}} << "000003";
+        QTest::newRow("malformed number reads its leading digits")
+            << QList<Line>{{me, {2026, 3, 1}, "12a"}, {me, {2026, 3, 1}, "000007"}} << "000013";
+        QTest::newRow("letters above the series do not restart it")
+            << QList<Line>{{me, {2026, 3, 1}, "abc"}, {me, {2026, 3, 1}, "000007"}} << "000008";
+        QTest::newRow("no number at all") << QList<Line>{{me, {2026, 3, 1}, ""}} << "000001";
+        QTest::newRow("largest 16-bit number") << QList<Line>{{me, {2026, 3, 1}, "32766"}} << "032767";
+    }
+    void next()
+    {
+        QFETCH(QList<Line>, lines);
+        QFETCH(QString, expected);
+        TestPractice practice(QDate(2026, 3, 15));
+        for (const Line &line : lines)
+            practice.addService(validEgn(QDate(1980, 1, 1)), line.date, QStringLiteral("301"), line.doctor, line.listId);
+        const auto sheet = SheetNumber(store::clinicDb(), QStringLiteral("D1"), QDate(2026, 3, 15));
+        QVERIFY2(sheet.ok(), qPrintable(sheet.error()));
+        QCOMPARE(sheet.value(), expected);
+    }
+
+    void numberBeyondSixteenBitsIsRefused()
+    {
+        TestPractice practice(QDate(2026, 3, 15));
+        practice.addService(validEgn(QDate(1980, 1, 1)), QDate(2026, 3, 1), QStringLiteral("301"), QStringLiteral("D1"),
+                            QStringLiteral("040000"));
+        const auto sheet = SheetNumber(store::clinicDb(), QStringLiteral("D1"), QDate(2026, 3, 15));
+        QVERIFY(!sheet.ok());
+        QVERIFY(sheet.error().contains(QStringLiteral("40000")));
+        // Another doctor is not held up by it.
+        QVERIFY(SheetNumber(store::clinicDb(), QStringLiteral("D2"), QDate(2026, 3, 15)).ok());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSheetNumbers)
+#include "tst_SheetNumbers.moc"
