@@ -2,6 +2,8 @@
 
 #include "store/Sql.h"
 
+#include <QSqlError>
+
 namespace namesearch {
 namespace {
 
@@ -16,19 +18,34 @@ QString prefixEnd(const QString &key)
 }
 
 // The store narrows the doctor's patients to those whose name can have the key as its first
-// word: names beginning with the key, and names beginning with white space (their first word
-// is found only after trimming). The exact comparison is made on what comes back.
+// word: names beginning with the key (for an empty key: no name at all), and names beginning
+// with white space, whose first word is found only after trimming. Each part is a range of
+// the index by doctor and name, and a row in two ranges comes once; the exact comparison is
+// made on what comes back.
 QSqlQuery candidates(const QString &key, const QString &medicCode)
 {
-    const auto db = store::clinicDb();
-    if (key.isEmpty())
-        return store::run(db, QStringLiteral("SELECT Names, EGN FROM Pacients WHERE LKod = ? ORDER BY ID"), {medicCode});
-    return store::run(db,
-                      QStringLiteral("SELECT Names, EGN FROM Pacients WHERE LKod = ? AND ("
-                                     "(Names >= ? AND Names < ?) OR Names < '!' "
-                                     "OR (Names >= ? AND Names < ?) OR Names >= ?) ORDER BY ID"),
-                      {medicCode, key, prefixEnd(key), QString(QChar(0x85)), QString(QChar(0xA1)),
-                       QString(QChar(0x1680))});
+    const QString part = QStringLiteral("SELECT ID, Names, EGN FROM Pacients WHERE LKod = ? AND ");
+    const QString keyPart = key.isEmpty() ? QStringLiteral("Names IS NULL") : QStringLiteral("Names >= ? AND Names < ?");
+    const QString sql = part + keyPart + QStringLiteral(" UNION ") + part + QStringLiteral("Names < '!' UNION ") +
+                        part + QStringLiteral("Names >= ? AND Names < ? UNION ") + part +
+                        QStringLiteral("Names >= ? ORDER BY 1");
+    QSqlQuery query(store::clinicDb());
+    query.setForwardOnly(true);
+    query.prepare(sql);
+    query.addBindValue(medicCode);
+    if (!key.isEmpty()) {
+        query.addBindValue(key);
+        query.addBindValue(prefixEnd(key));
+    }
+    query.addBindValue(medicCode);
+    query.addBindValue(medicCode);
+    query.addBindValue(QString(QChar(0x85)));
+    query.addBindValue(QString(QChar(0xA1)));
+    query.addBindValue(medicCode);
+    query.addBindValue(QString(QChar(0x1680)));
+    if (!query.exec())
+        throw store::SqlError(query.lastError().text());
+    return query;
 }
 
 } // namespace
@@ -68,9 +85,9 @@ Result<Found> searchByFirstName(const QString &typed, const QString &medicCode)
             return Result<Found>::success(found);
         QSqlQuery rows = candidates(key, medicCode);
         while (rows.next()) {
-            const QString names = rows.value(0).toString();
+            const QString names = rows.value(1).toString();
             if (firstWord(names) == key)
-                found.entries << listEntry(names, rows.value(1).toString());
+                found.entries << listEntry(names, rows.value(2).toString());
         }
     } catch (const store::SqlError &error) {
         return Result<Found>::failure(QStringLiteral("Търсенето не може да бъде извършено!") + QChar(13) + error.message());
