@@ -126,6 +126,7 @@ QWidget *ChartWidget::buildLegend()
     heading->setFont(bold);
     layout->addWidget(heading);
     auto *blocks = new QHBoxLayout;
+    blocks->setSpacing(40);
     for (int block = 0; block < 2; ++block) {
         auto *lines = new QVBoxLayout;
         lines->setSpacing(0);
