@@ -159,6 +159,8 @@ QStringList clinicIndexStatements()
         QStringLiteral("CREATE INDEX HelpByEgn ON Help (EGN, Data)"),
         QStringLiteral("CREATE INDEX HelpByMedicDate ON Help (KodMedic, Data)"),
         QStringLiteral("CREATE INDEX HelpByDate ON Help (Data)"),
+        // The next sheet number: a doctor's numbers walked from the greatest down.
+        QStringLiteral("CREATE INDEX HelpByMedicList ON Help (KodMedic, ListID, Data)"),
         QStringLiteral("CREATE INDEX PacientsByEgn ON Pacients (EGN)"),
         QStringLiteral("CREATE INDEX PacientsByDoctor ON Pacients (LKod, Names)"),
         QStringLiteral("CREATE INDEX DentalByEgn ON Dental (EGN)"),

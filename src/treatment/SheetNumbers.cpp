@@ -4,21 +4,54 @@
 #include "store/Sql.h"
 #include "store/TextReading.h"
 
+#include <algorithm>
 #include <limits>
+#include <optional>
+
+namespace {
+
+// Six ASCII digits: the form the program writes, in which the textual order is the numeric one.
+bool isCleanNumber(const QString &listId)
+{
+    return listId.size() == 6 && std::all_of(listId.begin(), listId.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+// Walks the doctor's numbers of the year from the textually greatest down, reading each by its
+// leading digits. The first clean number ends the walk: every clean number after it is smaller,
+// and only texts that are not clean (a stray letter, a short number) can sort above it. Returns
+// nullopt when `limit` rows went by without a clean one.
+std::optional<qint64> walkDown(const QSqlDatabase &clinic, const QString &medicCode, int year, int limit)
+{
+    QString sql = QStringLiteral("SELECT ListID FROM Help WHERE KodMedic = ? AND Data BETWEEN ? AND ? ORDER BY ListID DESC");
+    if (limit > 0)
+        sql += QStringLiteral(" LIMIT %1").arg(limit);
+    QSqlQuery numbers = store::run(clinic, sql,
+                                   {medicCode, dates::toIso(QDate(year, 1, 1)), dates::toIso(QDate(year, 12, 31))});
+    qint64 largest = 0;
+    int rows = 0;
+    while (numbers.next()) {
+        const QString listId = numbers.value(0).toString();
+        largest = std::max(largest, text::leadingNumber(listId));
+        ++rows;
+        if (isCleanNumber(listId))
+            return largest;
+    }
+    if (limit > 0 && rows == limit)
+        return std::nullopt;
+    return largest;
+}
+
+} // namespace
 
 Result<int> LastSheetNumber(const QSqlDatabase &clinic, const QString &medicCode, const QDate &today)
 {
     const int year = today.year();
     qint64 largest = 0;
     try {
-        // Every distinct number is read, not just the textually greatest: a value that is not
-        // six clean digits would otherwise sort above the real series and restart it.
-        QSqlQuery numbers = store::run(clinic,
-                                       QStringLiteral("SELECT DISTINCT ListID FROM Help WHERE KodMedic = ? "
-                                                      "AND Data BETWEEN ? AND ?"),
-                                       {medicCode, dates::toIso(QDate(year, 1, 1)), dates::toIso(QDate(year, 12, 31))});
-        while (numbers.next())
-            largest = std::max(largest, text::leadingNumber(numbers.value(0).toString()));
+        // The head of the ordered walk nearly always holds a clean number; the whole year is read
+        // only when it does not.
+        const std::optional<qint64> head = walkDown(clinic, medicCode, year, 64);
+        largest = head ? *head : *walkDown(clinic, medicCode, year, 0);
     } catch (const store::SqlError &error) {
         return Result<int>::failure(QStringLiteral("Номерът на амбулаторния лист не може да се определи: ")
                                     + error.message());

@@ -43,6 +43,9 @@ private slots:
             << QList<Line>{{me, {2026, 3, 1}, "12a"}, {me, {2026, 3, 1}, "000007"}} << "000013";
         QTest::newRow("letters above the series do not restart it")
             << QList<Line>{{me, {2026, 3, 1}, "abc"}, {me, {2026, 3, 1}, "000007"}} << "000008";
+        QList<Line> strays(70, Line{me, {2026, 3, 1}, "9x"});
+        strays << Line{me, {2026, 3, 2}, "000007"};
+        QTest::newRow("more stray numbers above the series than the first look reads") << strays << "000010";
         QTest::newRow("no number at all") << QList<Line>{{me, {2026, 3, 1}, ""}} << "000001";
         QTest::newRow("largest 16-bit number") << QList<Line>{{me, {2026, 3, 1}, "32766"}} << "032767";
     }
