@@ -125,8 +125,10 @@ void frmMain::toggleTime(bool checked)
             m_timeDay->hide();
         return;
     }
-    if (!m_timeDay)
+    if (!m_timeDay) {
         m_timeDay = new TimeDay(this);
+        m_timeDay->move(geometry().right() - m_timeDay->width() - 24, geometry().top() + 72);
+    }
     m_timeDay->show();
     m_timeDay->raise();
 }
@@ -166,8 +168,10 @@ void frmMain::showHelp(int context)
         dialogs().information(QStringLiteral("Файла с описанието на програмата липсва!"));
         return;
     }
-    if (!m_help)
+    if (!m_help) {
         m_help = new HelpWindow(this);
+        m_help->move(geometry().topLeft() + QPoint(60, 60));
+    }
     m_help->showPage(page);
     m_help->show();
     m_help->raise();
