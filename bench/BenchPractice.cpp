@@ -12,30 +12,31 @@
 
 namespace benchpractice {
 
-QString largePracticeFolder()
+QString practiceFolder(int patients, int doctors, int years, quint32 seed)
 {
-    const QString folder = QDir::tempPath() + QStringLiteral("/velmorata-bench-%1").arg(Patients);
+    const QString folder = QDir::tempPath()
+        + QStringLiteral("/velmorata-bench-%1-%2-%3-%4").arg(patients).arg(doctors).arg(years).arg(seed);
     if (QFile::exists(folder + QStringLiteral("/complete")))
         return folder;
     QDir(folder).removeRecursively();
     DemoOptions options;
     options.folder = folder;
-    options.patients = Patients;
-    options.years = Years;
-    options.doctors = 3;
-    options.seed = 7;
+    options.patients = patients;
+    options.years = years;
+    options.doctors = doctors;
+    options.seed = seed;
     options.today = QDate(2026, 11, 20);
     const auto made = generateDemoPractice(options);
     store::closeStore();
-    if (!made) {
-        std::fprintf(stderr, "%s\n", qPrintable(made.error()));
+    QFile mark(folder + QStringLiteral("/complete"));
+    if (!made || !mark.open(QIODevice::WriteOnly)) {
+        std::fprintf(stderr, "%s\n", made ? "cannot mark the practice complete" : qPrintable(made.error()));
         std::exit(1);
     }
-    QFile mark(folder + QStringLiteral("/complete"));
-    if (!mark.open(QIODevice::WriteOnly))
-        std::exit(1);
     return folder;
 }
+
+QString largePracticeFolder() { return practiceFolder(Patients, Doctors, Years, 7); }
 
 void openLargePractice()
 {

@@ -2,13 +2,18 @@
 
 #include <QString>
 
-// The practice the benchmarks run on: 100,000 patients and about 1,000,000 service lines,
+// The practice the benchmarks run on: 100,000 patients and about 1,000,000 service lines of 10 doctors,
 // generated once into a folder under the system's temporary folder and reused by later runs.
 namespace benchpractice {
 
 inline constexpr int Patients = 100000;
 inline constexpr int Years = 3;
+// Enough doctors that no doctor writes more sheets in a year than a sheet number can hold.
+inline constexpr int Doctors = 10;
 
+// The folder of a practice of that many patients, doctors and years, generated once into the
+// temporary folder (with the given seed) and reused by later runs.
+QString practiceFolder(int patients, int doctors, int years, quint32 seed);
 // The folder of the large practice, generated now if it is not there yet.
 QString largePracticeFolder();
 // Opens that practice's store for the benchmark (ConnectMain, ConnectData).

@@ -1,6 +1,7 @@
 // The name search of one doctor who keeps 100,000 patients: the list must be full in well
 // under a tenth of a second.
-#include "maintenance/DemoPractice.h"
+#include "BenchPractice.h"
+
 #include "patients/NameSearch.h"
 #include "store/DataPaths.h"
 #include "store/Sql.h"
@@ -20,28 +21,7 @@ namespace {
 constexpr int Patients = 100000;
 
 // A practice of a single doctor, generated once into the temporary folder and reused.
-QString oneDoctorPracticeFolder()
-{
-    const QString folder = QDir::tempPath() + QStringLiteral("/velmorata-bench-onedoctor-%1").arg(Patients);
-    if (QFile::exists(folder + QStringLiteral("/complete")))
-        return folder;
-    QDir(folder).removeRecursively();
-    DemoOptions options;
-    options.folder = folder;
-    options.patients = Patients;
-    options.years = 1;
-    options.doctors = 1;
-    options.seed = 11;
-    options.today = QDate(2026, 11, 20);
-    const auto made = generateDemoPractice(options);
-    store::closeStore();
-    QFile mark(folder + QStringLiteral("/complete"));
-    if (!made || !mark.open(QIODevice::WriteOnly)) {
-        std::fprintf(stderr, "%s\n", made ? "cannot mark the practice complete" : qPrintable(made.error()));
-        std::exit(1);
-    }
-    return folder;
-}
+QString oneDoctorPracticeFolder() { return benchpractice::practiceFolder(Patients, 1, 1, 11); }
 
 QString doctorCode() { return store::scalar(store::clinicDb(), QStringLiteral("SELECT KodMedic FROM Medic")).toString(); }
 

@@ -21,7 +21,7 @@ void generatePractice(benchmark::State &state)
         options.folder = folder.path();
         options.patients = int(state.range(0));
         options.years = benchpractice::Years;
-        options.doctors = 3;
+        options.doctors = benchpractice::Doctors;
         options.today = QDate(2026, 11, 20);
         const auto made = generateDemoPractice(options);
         store::closeStore();

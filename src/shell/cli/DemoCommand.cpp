@@ -7,6 +7,8 @@
 
 #include <QCommandLineParser>
 
+#include <algorithm>
+
 namespace {
 
 bool readCount(const QCommandLineParser &parser, const QCommandLineOption &option, int minimum, int &value,
@@ -31,7 +33,8 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     parser.addHelpOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
                                      store::DataPaths::defaultFolder());
-    const QCommandLineOption doctors(QStringLiteral("doctors"), QStringLiteral("Number of doctors (2)."), QStringLiteral("D"));
+    const QCommandLineOption doctors(QStringLiteral("doctors"), QStringLiteral("Number of doctors (2, one more for every 10,000 patients)."),
+                                     QStringLiteral("D"));
     const QCommandLineOption patients(QStringLiteral("patients"), QStringLiteral("Number of patients (300)."), QStringLiteral("N"));
     const QCommandLineOption years(QStringLiteral("years"), QStringLiteral("Years of services (3)."), QStringLiteral("Y"));
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the invention (1)."), QStringLiteral("S"));
@@ -53,6 +56,9 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
         || !readCount(parser, years, 1, options.years, err) || !readCount(parser, seed, 0, seedValue, err))
         return 2;
     options.seed = quint32(seedValue);
+    // A doctor writes at most 32767 sheets a year; a large invented practice gets more doctors.
+    if (!parser.isSet(doctors))
+        options.doctors = std::max(2, (options.patients + 9999) / 10000);
     if (parser.isSet(today)) {
         const auto day = dates::fromTyped(parser.value(today));
         if (!day) {
