@@ -2,10 +2,40 @@
 // disabled, until its screen is part of the program.
 #include "shell/ui/frmMain.h"
 
+#include "admin/ui/Cenoraz.h"
+#include "admin/ui/Grafic.h"
+#include "patients/ui/KartonAdd.h"
+#include "patients/ui/KorEGN.h"
+#include "patients/ui/SeekName.h"
+#include "treatment/ui/DenHelp.h"
+
 #include <QAction>
+
+namespace {
+
+// The treatment window of a patient. Opened from the name search, it closes the search with it.
+void openTreatment(const QString &egn, const QString &name, const QString &openMode, QWidget *owner)
+{
+    DenHelp *window = DenHelp::open(egn, name, openMode, owner);
+    if (window && openMode != u"New")
+        QObject::connect(window, &DenHelp::closed, owner, [] { SeekName::closeOpen(); });
+}
+
+} // namespace
 
 void frmMain::connectCommands()
 {
+    wire(QStringLiteral("mnuPacDen"), [this] { openSearch(2); });
+    wire(QStringLiteral("mnuPacKor"), [this] { openSearch(1); });
+    wire(QStringLiteral("mnuPacKorEGN"), [this] { KorEGN::open(this); });
+    wire(QStringLiteral("mnuPacReg"), [this] {
+        KartonAdd *card = KartonAdd::openNew(this);
+        connect(card, &KartonAdd::openTreatment, this, [this](const QString &egn, const QString &name) {
+            openTreatment(egn, name, QStringLiteral("New"), this);
+        });
+    });
+    wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
+    wire(QStringLiteral("mnuSlgGraf"), [this] { Grafic::open(this); });
     wire(QStringLiteral("mnuExit"), [this] { exitProgram(); });
     wire(QStringLiteral("mnuCahgePass"), [this] { changePassword(); });
     wire(QStringLiteral("mnuHelpContents"), [this] { showHelp(0); });
@@ -13,6 +43,17 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuHelpAbout"), [this] { showAbout(); });
     connect(action(QStringLiteral("mnuViewButton")), &QAction::triggered, this, &frmMain::toggleButtons);
     connect(action(QStringLiteral("mnuViewTime")), &QAction::triggered, this, &frmMain::toggleTime);
+}
+
+void frmMain::openSearch(int purpose)
+{
+    // One search window serves every purpose; it is connected afresh so that a choice opens one window.
+    SeekName *search = SeekName::openFor(purpose, this);
+    disconnect(search, &SeekName::patientChosen, this, nullptr);
+    connect(search, &SeekName::patientChosen, this, [this](int chosenFor, const QString &name, const QString &egn) {
+        if (chosenFor == 2)
+            openTreatment(egn, name, QStringLiteral("Edit"), this);
+    });
 }
 
 void frmMain::wire(const QString &name, std::function<void()> command)

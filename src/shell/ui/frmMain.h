@@ -43,6 +43,8 @@ private:
     void connectCommands();
     // Connects an item to its command and, unless its start state keeps it disabled, enables it.
     void wire(const QString &name, std::function<void()> command);
+    // The name search for a purpose (1 correction, 2 treatment, 3 inquiry).
+    void openSearch(int purpose);
 
     void toggleButtons(bool checked);
     void toggleTime(bool checked);

@@ -1,0 +1,106 @@
+#include "TestPractice.h"
+
+#include "admin/ui/Cenoraz.h"
+#include "patients/ui/KartonAdd.h"
+#include "patients/ui/KorEGN.h"
+#include "patients/ui/SeekName.h"
+#include "shell/RunState.h"
+#include "shell/ui/frmMain.h"
+#include "treatment/ui/DenHelp.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTest>
+
+namespace {
+
+template <typename Screen>
+QList<Screen *> openWindows()
+{
+    QList<Screen *> found;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (auto *screen = qobject_cast<Screen *>(widget); screen && screen->isVisible())
+            found << screen;
+    return found;
+}
+
+} // namespace
+
+// The menu opens the screens of the daily work and hands patients from one to the next.
+class TestMainCommands final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_practice = std::make_unique<TestPractice>();
+        m_practice->addDoctor(QStringLiteral("Иван Петров"), QStringLiteral("2201234567"));
+        run().CurrentMedicCode = QStringLiteral("2201234567");
+        run().CurrentMedicName = QStringLiteral("Иван Петров");
+        m_egn = validEgn(QDate(1980, 5, 6));
+        m_practice->addPatient(m_egn, QStringLiteral("Мария Иванова Петрова"), QStringLiteral("2201234567"));
+        m_window = std::make_unique<frmMain>(QFINDTESTDATA("../../help"));
+        m_window->show();
+    }
+    void cleanup()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (widget != m_window.get() && widget->isVisible())
+                widget->close();
+        QApplication::processEvents();
+        m_window.reset();
+        m_practice.reset();
+    }
+
+    void registrationOpensANewCardThenTheTreatmentWindow()
+    {
+        m_window->action(QStringLiteral("mnuPacReg"))->trigger();
+        const QList<KartonAdd *> cards = openWindows<KartonAdd>();
+        QCOMPARE(cards.size(), 1);
+        QCOMPARE(run().CardMode, QStringLiteral("New"));
+        emit cards.first()->openTreatment(m_egn, QStringLiteral("Мария Иванова Петрова"));
+        const QList<DenHelp *> treatment = openWindows<DenHelp>();
+        QCOMPARE(treatment.size(), 1);
+        QVERIFY(treatment.first()->windowTitle().contains(m_egn));
+    }
+
+    void treatmentSearchOpensOneWindowAndClosesWithIt()
+    {
+        // Opened twice from the menu: still one search window, and one choice opens one window.
+        m_window->action(QStringLiteral("mnuPacDen"))->trigger();
+        m_window->action(QStringLiteral("mnuPacDen"))->trigger();
+        QCOMPARE(run().SeekPurpose, 2);
+        const QList<SeekName *> searches = openWindows<SeekName>();
+        QCOMPARE(searches.size(), 1);
+        emit searches.first()->patientChosen(2, QStringLiteral("Мария Иванова Петрова"), m_egn);
+        const QList<DenHelp *> treatment = openWindows<DenHelp>();
+        QCOMPARE(treatment.size(), 1);
+        treatment.first()->close();
+        QApplication::processEvents();
+        QVERIFY(openWindows<SeekName>().isEmpty());
+    }
+
+    void correctionSearchOpensNoTreatmentWindow()
+    {
+        m_window->action(QStringLiteral("mnuPacKor"))->trigger();
+        QCOMPARE(run().SeekPurpose, 1);
+        const QList<SeekName *> searches = openWindows<SeekName>();
+        QCOMPARE(searches.size(), 1);
+        emit searches.first()->patientChosen(3, QStringLiteral("Мария Иванова Петрова"), m_egn);
+        QVERIFY(openWindows<DenHelp>().isEmpty());
+    }
+
+    void egnCorrectionOpens()
+    {
+        m_window->action(QStringLiteral("mnuPacKorEGN"))->trigger();
+        QCOMPARE(openWindows<KorEGN>().size(), 1);
+    }
+
+private:
+    std::unique_ptr<TestPractice> m_practice;
+    std::unique_ptr<frmMain> m_window;
+    QString m_egn;
+};
+
+QTEST_MAIN(TestMainCommands)
+#include "tst_MainCommands.moc"
