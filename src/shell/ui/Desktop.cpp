@@ -14,6 +14,8 @@
 #include <QApplication>
 #include <QDir>
 
+namespace {
+
 Outcome openDataFolder(const store::DataPaths &paths, store::InstanceLock &lock)
 {
     if (!QDir().mkpath(paths.folder))
@@ -36,6 +38,8 @@ bool signInAtStart()
     }
     return Password::signIn();
 }
+
+} // namespace
 
 int runDesktop(const QString &dataFolder)
 {
