@@ -14,8 +14,6 @@
 #include <QApplication>
 #include <QDir>
 
-namespace {
-
 Outcome openDataFolder(const store::DataPaths &paths, store::InstanceLock &lock)
 {
     if (!QDir().mkpath(paths.folder))
@@ -38,8 +36,6 @@ bool signInAtStart()
     }
     return Password::signIn();
 }
-
-} // namespace
 
 int runDesktop(const QString &dataFolder)
 {
