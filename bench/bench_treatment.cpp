@@ -114,8 +114,6 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     benchpractice::openLargePractice();
-    // A practice generated before the sheet-number index joined the schema gets it now.
-    store::run(store::clinicDb(), QStringLiteral("CREATE INDEX IF NOT EXISTS HelpByMedicList ON Help (KodMedic, ListID, Data)"));
     calendar::fixToday(BenchToday);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

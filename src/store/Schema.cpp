@@ -158,7 +158,8 @@ QStringList clinicIndexStatements()
     return {
         QStringLiteral("CREATE INDEX HelpByEgn ON Help (EGN, Data)"),
         QStringLiteral("CREATE INDEX HelpByMedicDate ON Help (KodMedic, Data)"),
-        QStringLiteral("CREATE INDEX HelpByDate ON Help (Data)"),
+        // The day's minutes are counted from this index alone, without reading the lines.
+        QStringLiteral("CREATE INDEX HelpByDate ON Help (Data, KodHelp)"),
         // The next sheet number: a doctor's numbers walked from the greatest down.
         QStringLiteral("CREATE INDEX HelpByMedicList ON Help (KodMedic, ListID, Data)"),
         QStringLiteral("CREATE INDEX PacientsByEgn ON Pacients (EGN)"),
