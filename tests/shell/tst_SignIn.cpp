@@ -1,3 +1,4 @@
+#include "PlainBoxes.h"
 #include "TestPractice.h"
 #include "Typing.h"
 
@@ -16,6 +17,9 @@
 namespace {
 
 const QString WrongCode = QStringLiteral("Проверете кода за достъп.");
+const QString OldCodeWrong = QStringLiteral("Старата парола е сгрешена, опитайте отново!");
+const QString NotConfirmed = QStringLiteral("Новата парола не е потвърдена, опитайте отново!");
+const QString Changed = QStringLiteral("Новата парола е въведена в действие!");
 
 void chooseName(Password &form, int index)
 {
@@ -178,15 +182,20 @@ void tst_SignIn::changePasswordMessages()
         typeCode(form, QStringLiteral("txtPasswordOld"), old);
         typeCode(form, QStringLiteral("txtPasswordNew"), fresh);
         typeCode(form, QStringLiteral("txtConfurm"), confirm);
-        click(form, QStringLiteral("cmdChange"));
-        return practice.dialogs().messages.takeLast();
+        const QList<PlainBox> boxes = plainBoxesShownBy([&] { click(form, QStringLiteral("cmdChange")); });
+        // Each message is a plain box of its own title, never the "Информация" dialog.
+        if (boxes.size() != 1 || boxes.first().title != QStringLiteral("Смяна на кода за достъп")
+            || boxes.first().icon != QMessageBox::NoIcon)
+            return QStringLiteral("not one plain box titled for the change");
+        return boxes.first().text;
     };
-    QCOMPARE(attempt("old112", "new111", "new111"), QStringLiteral("Старата парола е сгрешена, опитайте отново!"));
-    QCOMPARE(attempt(" old111", "new111", "new112"), QStringLiteral("Новата парола не е потвърдена, опитайте отново!"));
+    QCOMPARE(attempt("old112", "new111", "new111"), OldCodeWrong);
+    QCOMPARE(attempt(" old111", "new111", "new112"), NotConfirmed);
     QVERIFY(form.isVisible());
     QVERIFY(doctors::sameCode(doctors::keptCode(run().CurrentMedicName).value(), QStringLiteral("old111")));
-    QCOMPARE(attempt("old111 ", "new111", " new111 "), QStringLiteral("Новата парола е въведена в действие!"));
+    QCOMPARE(attempt("old111 ", "new111", " new111 "), Changed);
     QVERIFY(!form.isVisible());
+    QVERIFY(practice.dialogs().messages.isEmpty());
     QVERIFY(doctors::sameCode(doctors::keptCode(run().CurrentMedicName).value(), QStringLiteral("new111")));
 }
 
@@ -200,18 +209,17 @@ void tst_SignIn::changePasswordKeepsTheFirstCode()
     ChangePassword form;
     auto change = [&](const QString &old, const QString &fresh) {
         form.show();
-        QVERIFY(form.findChild<QLineEdit *>(QStringLiteral("txtPasswordOld"))->text().isEmpty());
+        const bool emptied = form.findChild<QLineEdit *>(QStringLiteral("txtPasswordOld"))->text().isEmpty();
         typeCode(form, QStringLiteral("txtPasswordOld"), old);
         typeCode(form, QStringLiteral("txtPasswordNew"), fresh);
         typeCode(form, QStringLiteral("txtConfurm"), fresh);
-        click(form, QStringLiteral("cmdChange"));
+        const QList<PlainBox> boxes = plainBoxesShownBy([&] { click(form, QStringLiteral("cmdChange")); });
         form.hide();
+        return emptied && boxes.size() == 1 ? boxes.first().text : QString();
     };
-    change(QStringLiteral("first1"), QStringLiteral("second"));
-    change(QStringLiteral("second"), QStringLiteral("third1"));
-    QCOMPARE(practice.dialogs().messages.last(), QStringLiteral("Старата парола е сгрешена, опитайте отново!"));
-    change(QStringLiteral("first1"), QStringLiteral("third1"));
-    QCOMPARE(practice.dialogs().messages.last(), QStringLiteral("Новата парола е въведена в действие!"));
+    QCOMPARE(change(QStringLiteral("first1"), QStringLiteral("second")), Changed);
+    QCOMPARE(change(QStringLiteral("second"), QStringLiteral("third1")), OldCodeWrong);
+    QCOMPARE(change(QStringLiteral("first1"), QStringLiteral("third1")), Changed);
     QVERIFY(doctors::sameCode(doctors::keptCode(QStringLiteral("Иванов")).value(), QStringLiteral("third1")));
 }
 

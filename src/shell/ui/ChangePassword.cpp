@@ -3,6 +3,7 @@
 #include "admin/Doctors.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
+#include "shell/ui/PlainMessage.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -61,20 +62,25 @@ void ChangePassword::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
 }
 
+void ChangePassword::tell(const QString &message)
+{
+    plainMessage(this, QStringLiteral("Смяна на кода за достъп"), message);
+}
+
 void ChangePassword::change()
 {
     if (!doctors::sameCode(m_keptCode, m_old->text())) {
-        dialogs().information(QStringLiteral("Старата парола е сгрешена, опитайте отново!"));
+        tell(QStringLiteral("Старата парола е сгрешена, опитайте отново!"));
         return;
     }
     if (m_new->text().trimmed() != m_confirm->text().trimmed()) {
-        dialogs().information(QStringLiteral("Новата парола не е потвърдена, опитайте отново!"));
+        tell(QStringLiteral("Новата парола не е потвърдена, опитайте отново!"));
         return;
     }
     if (const auto changed = doctors::changeCode(run().CurrentMedicName, m_new->text()); !changed) {
         dialogs().information(changed.error());
         return;
     }
-    dialogs().information(QStringLiteral("Новата парола е въведена в действие!"));
+    tell(QStringLiteral("Новата парола е въведена в действие!"));
     accept();
 }

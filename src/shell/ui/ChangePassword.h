@@ -20,6 +20,8 @@ protected:
 private:
     QLineEdit *addCodeField(const QString &name);
     void change();
+    // The form's own messages: a plain box titled "Смяна на кода за достъп".
+    void tell(const QString &message);
 
     QLineEdit *m_old;
     QLineEdit *m_new;

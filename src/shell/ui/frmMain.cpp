@@ -7,6 +7,7 @@
 #include "shell/ui/About.h"
 #include "shell/ui/ChangePassword.h"
 #include "shell/ui/HelpWindow.h"
+#include "shell/ui/PlainMessage.h"
 #include "shell/ui/TimeDay.h"
 #include "store/Scratch.h"
 #include "treatment/Minutes.h"
@@ -165,7 +166,8 @@ void frmMain::showHelp(int context)
 {
     const QString page = HelpWindow::pagePath(m_helpFolder, context);
     if (page.isEmpty()) {
-        dialogs().information(QStringLiteral("Файла с описанието на програмата липсва!"));
+        plainMessage(this, windowTitle(), QStringLiteral("Файла с описанието на програмата липсва!"),
+                     QMessageBox::Information);
         return;
     }
     if (!m_help) {

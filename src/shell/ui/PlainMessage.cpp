@@ -1,0 +1,10 @@
+#include "shell/ui/PlainMessage.h"
+
+#include "shell/Dialogs.h"
+
+void plainMessage(QWidget *parent, const QString &title, const QString &text, QMessageBox::Icon icon)
+{
+    QMessageBox box(icon, title, displayText(text), QMessageBox::Ok, parent);
+    box.setObjectName(QStringLiteral("PlainMessage"));
+    box.exec();
+}
