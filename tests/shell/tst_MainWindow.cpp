@@ -1,3 +1,4 @@
+#include "PlainBoxes.h"
 #include "TestPractice.h"
 
 #include "Version.h"
@@ -89,6 +90,7 @@ private slots:
     void toolbar();
     void buttonsToggleTwiceRestores();
     void clockToggle();
+    void clockKeepsItsNumberUntilActivated();
     void activationCountsTheDay();
     void overflowIsToldOnce();
     void orderlyClose_data();
@@ -283,6 +285,35 @@ void tst_MainWindow::clockToggle()
     QVERIFY(clockShown());
 }
 
+// The clock has no timer: a new count shows only when the clock itself is activated again.
+void tst_MainWindow::clockKeepsItsNumberUntilActivated()
+{
+    TestPractice practice;
+    frmMain window(sourceHelpFolder());
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QAction *item = window.action(QStringLiteral("mnuViewTime"));
+    item->trigger();
+    item->trigger();
+    auto *clock = window.findChild<TimeDay *>();
+    QVERIFY(clock && clock->isVisible());
+    auto *label = clock->findChild<QLabel *>(QStringLiteral("Label1"));
+    QCOMPARE(label->text(), QStringLiteral("360"));
+
+    practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("333"), QStringLiteral("1"));
+    QWidget elsewhere; // another window takes the activation, and the main window gets it back
+    elsewhere.show();
+    elsewhere.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(int(run().MinutesLeft), 219);
+    QCOMPARE(label->text(), QStringLiteral("360"));
+    clock->activateWindow();
+    QTRY_COMPARE(label->text(), QStringLiteral("219"));
+}
+
 void tst_MainWindow::activationCountsTheDay()
 {
     TestPractice practice;
@@ -417,9 +448,18 @@ void tst_MainWindow::helpFolderMissing()
 {
     TestPractice practice;
     QTemporaryDir empty;
+    run().CurrentMedicName = QStringLiteral("Иванов");
     frmMain window(empty.path() + QStringLiteral("/help"));
-    window.action(QStringLiteral("mnuHelpContents"))->trigger();
-    QCOMPARE(practice.dialogs().messages, QStringList{HelpMissing});
+    window.show();
+    const QList<PlainBox> boxes =
+        plainBoxesShownBy([&window] { window.action(QStringLiteral("mnuHelpContents"))->trigger(); });
+    // A plain box under the window's caption, with the information icon; not the "Информация" dialog.
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.first().title, window.windowTitle());
+    QVERIFY(boxes.first().title.endsWith(QStringLiteral(" - д-р Иванов")));
+    QCOMPARE(boxes.first().text, HelpMissing);
+    QCOMPARE(boxes.first().icon, QMessageBox::Information);
+    QVERIFY(practice.dialogs().messages.isEmpty());
     QVERIFY(!window.findChild<HelpWindow *>());
 }
 
