@@ -146,6 +146,11 @@ void updatePersonalData(const CardData &card)
         throw store::SqlError(update.lastError().text());
 }
 
+QString noValidNumberMessage()
+{
+    return QStringLiteral("Няма въведено валидно ЕГН!") + CarriageReturn + QStringLiteral("Картонът не е записан.");
+}
+
 QString storeFailure(const QString &what, const store::SqlError &error)
 {
     return what + CarriageReturn + error.message();
@@ -201,8 +206,9 @@ Result<EgnEntry> checkEnteredEgn(const QString &typed)
                                                       : QString();
     if (!ruleHead.isEmpty())
         entry.messages << egnmessages::withNumber(ruleHead, egn);
-    else if (!entry.closeCard && !allDigits(egn))
-        // The rules read a blank or a letter as a digit; such a number is still no number to file a patient under.
+    else if (!entry.closeCard && (egn.size() != 10 || !allDigits(egn)))
+        // The rules read a blank or a letter as a digit, and a missing tenth digit as 0: nine digits
+        // whose check digit is 0 pass them. Neither is a number to file a patient under.
         entry.messages << egnmessages::withNumber(egnmessages::InvalidLength, egn);
     if (!entry.messages.isEmpty())
         return Result<EgnEntry>::success(entry);
@@ -284,8 +290,7 @@ QString streetWithPrefix(const QString &typed)
 Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp)
 {
     if (failsNumberRules(egn.trimmed()))
-        return Result<CardData>::failure(QStringLiteral("Няма въведено валидно ЕГН!") + CarriageReturn +
-                                         QStringLiteral("Картонът не е записан."));
+        return Result<CardData>::failure(noValidNumberMessage());
     try {
         store::Transaction transaction(store::clinicDb());
         if (!firstRowId(QStringLiteral("Pacients"), egn).isNull())
@@ -306,8 +311,7 @@ Result<CardData> saveNewCard(const CardData &card, const QString &egn, const New
 Result<CardData> saveCardChanges(const CardData &card, const QString &egn)
 {
     if (card.pacientRowId == 0)
-        return Result<CardData>::failure(QStringLiteral("Няма въведено валидно ЕГН!") + CarriageReturn +
-                                         QStringLiteral("Картонът не е записан."));
+        return Result<CardData>::failure(noValidNumberMessage());
     try {
         store::Transaction transaction(store::clinicDb());
         updatePersonalData(card);

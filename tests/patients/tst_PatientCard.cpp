@@ -29,6 +29,15 @@ CardData typedCard(const QString &names)
     return card;
 }
 
+// Nine digits that the rules pass once a blank stands for the tenth: their check digit is 0.
+QString nineWithCheckDigitZero()
+{
+    QDate born(1975, 1, 1);
+    while (!validEgn(born).endsWith(u'0'))
+        born = born.addDays(1);
+    return validEgn(born).left(9);
+}
+
 } // namespace
 
 class TestPatientCard final : public QObject
@@ -48,6 +57,11 @@ private slots:
         QTest::newRow("nine digits and a blank pass the length and fall at the rules")
             << nine + " " << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, nine)} << false
             << int(EgnVerdict::Failed);
+        const QString passing = nineWithCheckDigitZero();
+        for (const QString &typed : {passing + " ", " " + passing})
+            QTest::newRow(qPrintable("nine digits the rules pass: '" + typed + "'"))
+                << typed << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, passing)} << false
+                << int(EgnVerdict::Failed);
         QTest::newRow("a blank the rules read as a digit") << "75010 1234"
                                         << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, "75010 1234")}
                                         << false << int(EgnVerdict::Failed);
