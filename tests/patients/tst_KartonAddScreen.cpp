@@ -1,5 +1,7 @@
 #include "patients/EgnMessages.h"
+#include "patients/EgnCorrection.h"
 #include "patients/ui/KartonAdd.h"
+#include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
 #include "shell/RunState.h"
 #include "treatment/ui/ViewHelp.h"
@@ -10,9 +12,11 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
 
 namespace {
@@ -224,6 +228,10 @@ private slots:
         QVERIFY(!driver.button("cmdAdd")->isEnabled());
         QVERIFY(card.history());
         QCOMPARE(card.history()->rowCount(), 2);
+        // By date: the service of the first comes first, and the caption counts from 1.
+        const auto *grid = card.history()->findChild<QTableView *>(QStringLiteral("DBGrid1"));
+        QCOMPARE(grid->model()->index(0, 0).data().toString(), QStringLiteral("01.03.2026"));
+        QCOMPARE(card.history()->findChild<QLabel *>(QStringLiteral("Data3"))->text(), QStringLiteral("Запис №: 1"));
 
         driver.type("Z28", QStringLiteral("5"));
         driver.switchBox(5); // the crown follows the tooth into the milk field
@@ -258,6 +266,69 @@ private slots:
                      practice.count("SELECT COUNT(*) FROM Help"),
                  0);
         QVERIFY(!card.isVisible());
+    }
+
+    void failedDeleteKeepsTheCardOpen()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
+        store::run(store::clinicDb(),
+                   QStringLiteral("CREATE TRIGGER KeepHelp BEFORE DELETE ON Help BEGIN SELECT RAISE(ABORT, 'kept'); END"));
+        run().CardMode = QStringLiteral("Edit");
+        KartonAdd card(QStringLiteral("Иван"), egn);
+        CardDriver driver(&card, practice.dialogs());
+        practice.dialogs().answers = {true};
+        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.size(), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients") + practice.count("SELECT COUNT(*) FROM Dental") +
+                     practice.count("SELECT COUNT(*) FROM Help"),
+                 3);
+        QVERIFY(card.isVisible());
+        QVERIFY(card.history());
+    }
+
+    void korEgnWarnsRefusesAndMovesSilently()
+    {
+        TestPractice practice;
+        const QString wrong = validEgn(QDate(1975, 1, 1));
+        const QString right = validEgn(QDate(1975, 1, 2));
+        const QString taken = validEgn(QDate(1980, 1, 1));
+        practice.addPatient(wrong, QStringLiteral("Иван Петров"), Doctor);
+        practice.addPatient(taken, QStringLiteral("Мария Петрова"), Doctor);
+        practice.addService(wrong, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        KorEGN form;
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QCOMPARE(form.windowTitle(), QStringLiteral("Корекция на ЕГН"));
+        auto *oldNumber = form.findChild<QLineEdit *>(QStringLiteral("Text1"));
+        auto *newNumber = form.findChild<QLineEdit *>(QStringLiteral("Text2"));
+        oldNumber->setFocus(Qt::TabFocusReason);
+        newNumber->setFocus(Qt::TabFocusReason); // the old number left empty
+        QCOMPARE(practice.dialogs().messages, QStringList{egncorrection::oldNumberWarning()});
+
+        oldNumber->setText(wrong);
+        newNumber->setText(QStringLiteral("typed before"));
+        QTest::mouseClick(newNumber, Qt::LeftButton);
+        QVERIFY(newNumber->text().isEmpty());
+        QTest::keyClicks(newNumber, taken);
+        auto *ok = form.findChild<QPushButton *>(QStringLiteral("OKButton"));
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.size(), 2);
+        QVERIFY(practice.dialogs().messages.last().contains(taken));
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE EGN = '" + wrong + "'"), 1);
+
+        QTest::mouseClick(newNumber, Qt::LeftButton);
+        QTest::keyClicks(newNumber, right);
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.size(), 2); // success says nothing
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + right + "'"), 1);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE EGN = '" + right + "'"), 1);
+        QVERIFY(form.isVisible());
+        QCOMPARE(oldNumber->text(), wrong);
     }
 
     void closingWhileTypingTheNumber()

@@ -516,13 +516,18 @@ void KartonAdd::deleteCard()
 {
     if (!dialogs().question(deleteQuestion()) || run().CardMode == ModeNew || m_card.pacientRowId == 0)
         return;
-    closeHistory();
+    // The service lines go with the patient shown, who after a number switched the card is no
+    // longer the one first found by name.
     const auto deleted = [&] {
         BusyPointer busy;
         return deletePatient(m_card, m_cardEgn);
     }();
-    if (!deleted)
+    if (!deleted) {
+        // Nothing was deleted: the card and its history stay for the user to go on.
         dialogs().information(deleted.error());
+        return;
+    }
+    closeHistory();
     close();
 }
 
