@@ -47,6 +47,7 @@ private slots:
     void outcomes_data();
     void outcomes();
     void namesInTableOrderNothingChosen();
+    void enterAfterTypingTheCode();
     void laterOfEqualNamesSignsIn();
     void codeNumberOfTheSignedInDoctor_data();
     void codeNumberOfTheSignedInDoctor();
@@ -120,6 +121,23 @@ void tst_SignIn::namesInTableOrderNothingChosen()
     QCOMPARE(names->itemText(1), QStringLiteral("Анна"));
     QCOMPARE(names->currentIndex(), -1);
     QCOMPARE(form.windowTitle(), QStringLiteral("Код за достъп"));
+}
+
+// Typing the code makes "Вход" the default button, so Enter signs in.
+void tst_SignIn::enterAfterTypingTheCode()
+{
+    TestPractice practice;
+    practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1111111111"), QStringLiteral("secret1"));
+    Password form;
+    form.show();
+    QVERIFY(!form.findChild<QPushButton *>(QStringLiteral("OKButton"))->isDefault());
+    chooseName(form, 0);
+    typeCode(form, QStringLiteral("txtField"), QStringLiteral("secret1"));
+    QVERIFY(form.findChild<QPushButton *>(QStringLiteral("OKButton"))->isDefault());
+    QTest::keyClick(form.findChild<QLineEdit *>(QStringLiteral("txtField")), Qt::Key_Return);
+    QVERIFY(!form.isVisible());
+    QVERIFY(form.lKod());
+    QVERIFY(!form.endsRun());
 }
 
 void tst_SignIn::laterOfEqualNamesSignsIn()
