@@ -48,7 +48,10 @@ Result<qint16> MinutesLeftOn(const QSqlDatabase &clinic, const QDate &day)
             left -= qint64(DayBudgetMinutes(codes.value(0).toString())) * codes.value(1).toLongLong();
         if (left < std::numeric_limits<qint16>::min())
             return Result<qint16>::failure(
-                QStringLiteral("Минутите за деня излизат извън допустимите граници (%1).").arg(left));
+                QStringLiteral("Минутите за деня излизат извън допустимите граници (%1). "
+                               "Проверете дейностите, записани с дата %2.")
+                    .arg(left)
+                    .arg(dates::toTyped(day)));
         return Result<qint16>::success(qint16(left));
     } catch (const store::SqlError &error) {
         return Result<qint16>::failure(error.message());
