@@ -1,6 +1,7 @@
 #include "patients/EgnCorrection.h"
 
 #include "patients/EgnMessages.h"
+#include "patients/PatientCard.h"
 #include "store/Sql.h"
 
 namespace egncorrection {
@@ -10,8 +11,7 @@ const QChar CarriageReturn(13);
 
 int rewriteFirstRow(const QString &table, const QString &oldEgn, const QString &newEgn)
 {
-    const QVariant id =
-        store::scalar(store::clinicDb(), QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {oldEgn});
+    const QVariant id = patientcard::firstRowId(table, oldEgn);
     if (id.isNull())
         return 0;
     return store::run(store::clinicDb(), QStringLiteral("UPDATE %1 SET EGN = ? WHERE ID = ?").arg(table), {newEgn, id})

@@ -47,12 +47,6 @@ bool failsNumberRules(const QString &egn)
     return egn.size() != 10 || !allDigits(egn) || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn);
 }
 
-QVariant firstRowId(const QString &table, const QString &egn)
-{
-    return store::scalar(store::clinicDb(),
-                         QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {egn});
-}
-
 void readPersonalData(CardData &card, const QString &egn)
 {
     QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT * FROM Pacients WHERE ID = ?"),
@@ -157,6 +151,12 @@ QString storeFailure(const QString &what, const store::SqlError &error)
 }
 
 } // namespace
+
+QVariant firstRowId(const QString &table, const QString &egn)
+{
+    return store::scalar(store::clinicDb(),
+                         QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {egn});
+}
 
 const QStringList &editedFields()
 {

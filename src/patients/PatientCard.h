@@ -5,12 +5,16 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 #include <optional>
 
 // The patient card's work with the store and its rules on leaving an input. The card screen
 // holds the values; everything it reads or writes goes through here.
 namespace patientcard {
+
+// The ID of the first row of `table` (Pacients, Dental) stored under `egn`; null when there is none.
+QVariant firstRowId(const QString &table, const QString &egn);
 
 // The fields of Pacients that the card shows in inputs, by field name.
 const QStringList &editedFields();
