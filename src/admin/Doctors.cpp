@@ -25,19 +25,30 @@ QString MedicAddCheck(const DoctorEntry &entry)
     return {};
 }
 
-Outcome addDoctor(const DoctorEntry &entry)
+namespace {
+
+// Stores an access code by its hash. Hashing can fail as well as the store (whose SqlError is
+// a runtime_error too); either failure is told after the caller's heading.
+template <typename Write>
+Outcome writeHashedCode(const QString &failedHeading, const QString &code, Write write)
 {
     try {
-        const QString hash = accesscodes::hashForStorage(entry.accessCode);
+        write(store::textOrNull(accesscodes::hashForStorage(code)));
+        return Outcome::success();
+    } catch (const std::runtime_error &error) {
+        return Outcome::failure(failedHeading + QString::fromUtf8(error.what()));
+    }
+}
+
+} // namespace
+
+Outcome addDoctor(const DoctorEntry &entry)
+{
+    return writeHashedCode(QStringLiteral("Лекарят не е записан: "), entry.accessCode, [&entry](const QVariant &hash) {
         store::run(store::clinicDb(),
                    QStringLiteral("INSERT INTO Medic (Names, EGN, KodMedic, Password) VALUES (?, ?, ?, ?)"),
-                   {entry.names, entry.number, entry.practiceCode, store::textOrNull(hash)});
-        return Outcome::success();
-    } catch (const store::SqlError &error) {
-        return Outcome::failure(QStringLiteral("Лекарят не е записан: ") + error.message());
-    } catch (const std::runtime_error &error) {
-        return Outcome::failure(QStringLiteral("Лекарят не е записан: ") + QString::fromUtf8(error.what()));
-    }
+                   {entry.names, entry.number, entry.practiceCode, hash});
+    });
 }
 
 Result<int> doctorCount()
@@ -112,18 +123,12 @@ Result<QString> keptCode(const QString &names)
 
 Outcome changeCode(const QString &names, const QString &newCode)
 {
-    try {
-        const QString hash = accesscodes::hashForStorage(newCode);
+    return writeHashedCode(QStringLiteral("Паролата не е сменена: "), newCode, [&names](const QVariant &hash) {
         store::run(store::clinicDb(),
                    QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = "
                                   "(SELECT MIN(ID) FROM Medic WHERE Names = ?)"),
-                   {store::textOrNull(hash), names});
-        return Outcome::success();
-    } catch (const store::SqlError &error) {
-        return Outcome::failure(QStringLiteral("Паролата не е сменена: ") + error.message());
-    } catch (const std::runtime_error &error) {
-        return Outcome::failure(QStringLiteral("Паролата не е сменена: ") + QString::fromUtf8(error.what()));
-    }
+                   {hash, names});
+    });
 }
 
 } // namespace doctors

@@ -25,6 +25,7 @@ private slots:
     void codeNumber_data();
     void codeNumber();
     void changeCodeTouchesTheFirstOfEqualNames();
+    void aFailingStoreIsTold();
     void medicAddSavesOnlyACompleteRecord_data();
     void medicAddSavesOnlyACompleteRecord();
     void medicAddCloseBoxStoresNothing();
@@ -158,6 +159,19 @@ void tst_Doctors::changeCodeTouchesTheFirstOfEqualNames()
     QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Medic WHERE Password IS NULL")), 1);
     QVERIFY(doctors::changeCode(QStringLiteral("x' OR '1'='1"), QStringLiteral("zzzzzz")).ok());
     QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Medic WHERE Password IS NULL")), 1);
+}
+
+void tst_Doctors::aFailingStoreIsTold()
+{
+    TestPractice practice;
+    store::run(store::clinicDb(), QStringLiteral("DROP TABLE Medic"));
+    const Outcome added = doctors::addDoctor(
+        DoctorEntry{QStringLiteral("Иванов"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("123456")});
+    QVERIFY(!added.ok());
+    QVERIFY(added.error().startsWith(QStringLiteral("Лекарят не е записан: ")));
+    const Outcome changed = doctors::changeCode(QStringLiteral("Иванов"), QStringLiteral("654321"));
+    QVERIFY(!changed.ok());
+    QVERIFY(changed.error().startsWith(QStringLiteral("Паролата не е сменена: ")));
 }
 
 void tst_Doctors::medicAddSavesOnlyACompleteRecord_data()
