@@ -153,7 +153,9 @@ Result<SavedService> SaveServiceLine(const QSqlDatabase &clinic, const ServiceCo
     try {
         writeLine(clinic, line, storedValues(line, date.value(), context, price.value()));
     } catch (const store::SqlError &error) {
-        return Result<SavedService>::failure(QStringLiteral("Услугата не е записана: ") + error.message());
+        // The store refused the change the grid tried to make: the screen's own words, then why.
+        return Result<SavedService>::failure(QStringLiteral("Не можете да променяте записа!\rУслугата не е записана: ")
+                                             + error.message());
     }
     SavedService saved{line, price->storedPrice(), price->minutes, 0, 0, {}};
     recountMinutes(clinic, context, saved);

@@ -206,7 +206,9 @@ private slots:
         QVERIFY(DeleteServiceLine(store::clinicDb(), first->line.id).ok());
         ServiceLine line = first->line;
         line.KodHelp = QStringLiteral("58");
-        QVERIFY(!save(egn, line).ok());
+        const auto refused = save(egn, line);
+        QVERIFY(!refused.ok());
+        QVERIFY2(refused.error().startsWith(QStringLiteral("Не можете да променяте записа!\r")), qPrintable(refused.error()));
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help")), 0);
     }
 
