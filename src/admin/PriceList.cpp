@@ -4,16 +4,20 @@
 
 #include <QLocale>
 
+#include <optional>
+
 QString TrimmedPriceName(const QString &name) { return name.size() > 10 ? name.left(15) : name; }
 
 QString PriceText(double price) { return QString::number(price, 'f', 2); }
 
 namespace {
 
-// Accepts "12.50" and "12,50"; an empty box is no price.
-std::optional<double> typedPrice(const QString &typed)
+// Accepts "12.50" and "12,50"; an empty box stores no price, as a row may have none.
+std::optional<QVariant> typedPrice(const QString &typed)
 {
     QString value = typed.trimmed();
+    if (value.isEmpty())
+        return QVariant(QMetaType(QMetaType::Double));
     value.replace(u',', u'.');
     bool ok = false;
     const double price = value.toDouble(&ok);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSqlQuery>
 #include <QTableView>
 #include <QTest>
 
@@ -31,6 +32,35 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QString, kept);
         QCOMPARE(TrimmedPriceName(typed), kept);
+    }
+
+    void savedPrice_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("stored");
+        QTest::addColumn<QVariant>("price");
+        QTest::newRow("point") << "12.50" << true << QVariant(12.5);
+        QTest::newRow("comma") << " 12,50 " << true << QVariant(12.5);
+        QTest::newRow("empty box: no price") << "  " << true << QVariant();
+        QTest::newRow("words") << "дванадесет" << false << QVariant(7.0);
+    }
+    void savedPrice()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, stored);
+        QFETCH(QVariant, price);
+        TestPractice practice;
+        const qint64 id = store::scalar(store::clinicDb(), QStringLiteral("SELECT MIN(ID) FROM Ceny")).toLongLong();
+        store::run(store::clinicDb(), QStringLiteral("UPDATE Ceny SET CenaHelp = 7, TextHelp = 'Преглед' WHERE ID = ?"),
+                   {id});
+        const Outcome saved = SavePriceRow(store::clinicDb(), {id, {}, QStringLiteral("Обтурация1234567"), typed, {}});
+        QCOMPARE(saved.ok(), stored);
+        QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT TextHelp, CenaHelp FROM Ceny WHERE ID = ?"), {id});
+        QVERIFY(row.next());
+        QCOMPARE(row.value(1).isNull(), price.isNull());
+        if (!price.isNull())
+            QCOMPARE(row.value(1).toDouble(), price.toDouble());
+        QCOMPARE(row.value(0).toString(), stored ? QStringLiteral("Обтурация123456") : QStringLiteral("Преглед"));
     }
 
     void screenCorrectsNameAndPrice()
@@ -85,6 +115,15 @@ private slots:
         list->setCurrentIndex(list->model()->index(1, 0));
         QCOMPARE(window.findChild<QLabel *>(QStringLiteral("Data1"))->text(), QStringLiteral("Запис: 2"));
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE CenaHelp = 12 AND KodHelp = '%1'").arg(code)),
+                 1);
+
+        // Closing the list stores the correction of the row it stands on, the name cut as on leaving its box.
+        const QString second = list->model()->index(1, 0).data().toString();
+        window.findChild<QLineEdit *>(QStringLiteral("Text2"))->setText(QStringLiteral("Обтурация1234567"));
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdClose")), Qt::LeftButton);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE TextHelp = 'Обтурация123456' "
+                                               "AND KodHelp = '%1'").arg(second)),
                  1);
     }
 };

@@ -180,6 +180,15 @@ void Cenoraz::rowSelected(int row)
     showRow(row);
 }
 
+// However the list is closed, a corrected name or price is stored first; one that cannot be
+// stored keeps the list open with the message.
+void Cenoraz::done(int result)
+{
+    nameLeft();
+    if (commitChanges())
+        QDialog::done(result);
+}
+
 void Cenoraz::nameLeft() { m_name->setText(TrimmedPriceName(m_name->text())); }
 
 void Cenoraz::save()

@@ -20,6 +20,8 @@ public:
 
     explicit Cenoraz(QWidget *parent = nullptr);
 
+    void done(int result) override;
+
 private:
     QWidget *buildForm();
     QWidget *buildButtons();
