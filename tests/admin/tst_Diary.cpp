@@ -93,6 +93,38 @@ private slots:
         QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->text(), QStringLiteral("Петър "));
         QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("Data1Next")), Qt::LeftButton);
         QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("20.03.2026"));
+        // The navigator keeps its caption as the pages move.
+        QStringList captions;
+        for (const QLabel *label : window.findChild<QWidget *>(QStringLiteral("Data1"))->findChildren<QLabel *>())
+            captions << label->text();
+        QCOMPARE(captions, QStringList{QStringLiteral("Придвижване по датите")});
+
+        // "Обнови" reads the pages anew and stands on the first; what was typed and not saved goes.
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->setText(QStringLiteral("Нов"));
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdRefresh")), Qt::LeftButton);
+        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("16.03.2026"));
+        QCOMPARE(signedIn.practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Ch2 IS NOT NULL")), 0);
+    }
+
+    void closingStoresWhatWasTyped()
+    {
+        SignedIn signedIn;
+        TestPractice &practice = signedIn.practice;
+        addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
+        Grafic window;
+        window.show();
+        auto *date = window.findChild<QLineEdit *>(QStringLiteral("txtData"));
+        auto *close = window.findChild<QPushButton *>(QStringLiteral("cmdClose"));
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->setText(QStringLiteral("Мария "));
+        // A page whose date is no date cannot be stored: the message, and the diary stays open.
+        date->setText(QStringLiteral("16.13.2026"));
+        QTest::mouseClick(close, Qt::LeftButton);
+        QCOMPARE(practice.dialogs().messages.size(), 1);
+        QVERIFY(window.isVisible());
+        date->setText(QStringLiteral("16.03.2026"));
+        QTest::mouseClick(close, Qt::LeftButton);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Ch2 = 'Мария '")), 1);
     }
 
     void addingTwiceGivesTwoPagesOfToday()

@@ -89,11 +89,11 @@ QWidget *Grafic::buildNavigator()
     QList<QPushButton *> pushes;
     for (const auto &[name, caption] : moves)
         pushes << button(name, caption, bar);
-    m_record = new QLabel(QStringLiteral("Придвижване по датите"), bar);
-    m_record->setAlignment(Qt::AlignCenter);
+    auto *caption = new QLabel(QStringLiteral("Придвижване по датите"), bar);
+    caption->setAlignment(Qt::AlignCenter);
     row->addWidget(pushes[0]);
     row->addWidget(pushes[1]);
-    row->addWidget(m_record, 1);
+    row->addWidget(caption, 1);
     row->addWidget(pushes[2]);
     row->addWidget(pushes[3]);
     connect(pushes[0], &QPushButton::clicked, this, [this] { moveTo(0); });
@@ -118,7 +118,8 @@ QWidget *Grafic::buildButtons()
         row->addWidget(push);
     connect(add, &QPushButton::clicked, this, &Grafic::addPage);
     connect(remove, &QPushButton::clicked, this, &Grafic::deletePage);
-    connect(refresh, &QPushButton::clicked, this, [this] { reload(m_position); });
+    // A refresh reads the pages anew and stands on the first, as at the opening; typing not saved is dropped.
+    connect(refresh, &QPushButton::clicked, this, [this] { reload(0); });
     connect(update, &QPushButton::clicked, this, &Grafic::savePage);
     connect(close, &QPushButton::clicked, this, &Grafic::accept);
     return bar;
@@ -147,8 +148,6 @@ void Grafic::showPage()
         m_slots[slot]->setText(page.slotTexts.value(slot));
     if (!any)
         m_weekday->setText(weekday);
-    m_record->setText(any ? QStringLiteral("Придвижване по датите (%1 от %2)").arg(m_position + 1).arg(m_pages.size())
-                          : QStringLiteral("Придвижване по датите"));
 }
 
 void Grafic::showWeekday()
@@ -243,6 +242,14 @@ void Grafic::deletePage()
     m_pages.removeAt(m_position);
     m_position = m_pages.isEmpty() ? -1 : std::min(m_position, int(m_pages.size()) - 1);
     showPage();
+}
+
+// However the window is closed, what was typed on the page is stored first; a page that cannot
+// be stored keeps the window open with the message.
+void Grafic::done(int result)
+{
+    if (commitChanges())
+        QDialog::done(result);
 }
 
 void Grafic::book(int slot)

@@ -18,6 +18,8 @@ public:
 
     explicit Grafic(QWidget *parent = nullptr);
 
+    void done(int result) override;
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -42,5 +44,4 @@ private:
     QList<QLineEdit *> m_slots; // Text1 by index
     QLineEdit *m_date = nullptr;
     QLabel *m_weekday = nullptr;
-    QLabel *m_record = nullptr;
 };
