@@ -20,6 +20,7 @@
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -168,6 +169,52 @@ private slots:
         QVERIFY(push(window, "cmdUpdate")->isEnabled());
         QTest::mouseClick(push(window, "cmdUpdate"), Qt::LeftButton);
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE Help IS NULL AND Cena = 0"), 1);
+        window->close();
+    }
+
+    void openParenBeginsARow()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = QStringLiteral("D1");
+        const QString egn = addPatient(practice);
+        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("508"), QStringLiteral("D1"), QStringLiteral("000001"));
+        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        QTableView *view = grid(window);
+        view->setCurrentIndex(view->model()->index(0, 3));
+        view->setFocus();
+        QTest::keyClick(view, '(');
+        QVERIFY(push(window, "cmdUpdate")->isEnabled());
+        QVERIFY(!push(window, "cmdClose")->isDefault());
+        window->close();
+    }
+
+    // "Преглед..." opens the diary modally with the link set: a click on a slot, answered yes,
+    // writes the patient's first name there.
+    void bookingFromTheTreatmentWindow()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = QStringLiteral("D1");
+        const QString egn = addPatient(practice);
+        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        practice.dialogs().answers.push_back(true);
+        QString shownLink;
+        QTimer::singleShot(0, window, [&shownLink] {
+            auto *diary = qobject_cast<Grafic *>(QApplication::activeModalWidget());
+            if (!diary)
+                return;
+            shownLink = scheduleLink().ScheduleLink;
+            QTest::mouseClick(diary->findChild<QPushButton *>(QStringLiteral("cmdAdd")), Qt::LeftButton);
+            QTest::mouseClick(diary->findChild<QLineEdit *>(QStringLiteral("Text1_3")), Qt::LeftButton);
+            diary->accept();
+        });
+        QTest::mouseClick(push(window, "cmdGrafic"), Qt::LeftButton);
+        QCOMPARE(shownLink, QStringLiteral("1"));
+        QCOMPARE(window->ScheduleLink(), QStringLiteral("1"));
+        QCOMPARE(practice.dialogs().questions,
+                 QStringList{QStringLiteral("Желаете ли да запиша този час за посещение от Иван ?")});
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Grafic WHERE KodMedic = 'D1' AND Data = '2026-03-15' "
+                                "AND Ch3 = 'Иван '"),
+                 1);
         window->close();
     }
 
