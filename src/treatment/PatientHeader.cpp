@@ -68,8 +68,9 @@ Result<PatientHeader> LoadPatientHeader(const QSqlDatabase &clinic, const QStrin
             header.telephone = PatientTelephone(header.fields);
         }
     } catch (const store::SqlError &error) {
-        return Result<PatientHeader>::failure(QStringLiteral("Данните на пациента не могат да се прочетат: ")
-                                              + error.message());
+        // The treatment window's own words for a header it cannot read, then why.
+        return Result<PatientHeader>::failure(
+            QStringLiteral("Няма избрани имена!\rДанните на пациента не могат да се прочетат: ") + error.message());
     }
     return Result<PatientHeader>::success(header);
 }
