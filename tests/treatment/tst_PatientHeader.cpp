@@ -10,18 +10,11 @@
 
 namespace {
 
-// "KV=Лозенец;UL=ул. Роза 5" -> fields
-PatientFields fieldsOf(const QString &spec)
+// "KV=Лозенец;UL=ул. Роза 5" -> fields, for the patient's row as for the chart
+template<typename Fields>
+Fields fieldsOf(const QString &spec)
 {
-    PatientFields fields;
-    for (const QString &pair : spec.split(u';', Qt::SkipEmptyParts))
-        fields.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
-    return fields;
-}
-
-ChartFields chartOf(const QString &spec)
-{
-    ChartFields fields;
+    Fields fields;
     for (const QString &pair : spec.split(u';', Qt::SkipEmptyParts))
         fields.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
     return fields;
@@ -48,7 +41,7 @@ private slots:
     {
         QFETCH(QString, fields);
         QFETCH(QString, line);
-        QCOMPARE(PatientAddress(fieldsOf(fields)), line);
+        QCOMPARE(PatientAddress(fieldsOf<PatientFields>(fields)), line);
     }
 
     void telephone_data()
@@ -67,7 +60,7 @@ private slots:
     {
         QFETCH(QString, fields);
         QFETCH(QString, line);
-        QCOMPARE(PatientTelephone(fieldsOf(fields)), line);
+        QCOMPARE(PatientTelephone(fieldsOf<PatientFields>(fields)), line);
     }
 
     void firstName_data()
@@ -107,7 +100,7 @@ private slots:
         QFETCH(int, cell);
         QFETCH(QString, shown);
         QFETCH(int, milk);
-        const ChartPicture picture = BuildChartPicture(chartOf(fields));
+        const ChartPicture picture = BuildChartPicture(fieldsOf<ChartFields>(fields));
         QCOMPARE(picture.upper.size(), 16);
         QCOMPARE(picture.lower.size(), 16);
         QCOMPARE((cell < 16 ? picture.upper : picture.lower).value(cell % 16), shown);
