@@ -17,7 +17,7 @@ class ConsoleDialogs final : public DialogPort
 {
 public:
     void information(const QString &message) override { qWarning("%s", qPrintable(displayText(message))); }
-    bool question(const QString &message) override
+    bool askQuestion(const QString &message, const QString &) override
     {
         qWarning("%s", qPrintable(displayText(message)));
         return false;

@@ -30,14 +30,21 @@ public:
     virtual ~DialogPort() = default;
     // InfDialog: shows the message modally; beeps when it opens.
     virtual void information(const QString &message) = 0;
-    // QuesDialog: true for "ДА" (nKod 1), false for "НЕ".
-    virtual bool question(const QString &message) = 0;
+    // QuesDialog: true for "ДА" (nKod 1), false for "НЕ". Its caption is "Въпрос" unless the
+    // caller names another (the delete of a patient asks under "ВНИМАНИЕ!").
+    bool question(const QString &message, const QString &title = QStringLiteral("Въпрос"))
+    {
+        return askQuestion(message, title);
+    }
     // ExitDialog: true when the user confirms leaving the program.
     virtual bool confirmExit() = 0;
     // ChoiceDialog: the date for which the schedule is to be printed.
     virtual DateChoice chooseDate() = 0;
     // ProgDialog, not modal, for a walk over `rows` rows.
     virtual std::unique_ptr<ProgressPort> progress(const QString &message, int rows) = 0;
+
+protected:
+    virtual bool askQuestion(const QString &message, const QString &title) = 0;
 };
 
 DialogPort &dialogs();

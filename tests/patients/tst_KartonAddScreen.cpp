@@ -262,6 +262,7 @@ private slots:
         QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
         QCOMPARE(practice.dialogs().questions.value(1),
                  QStringLiteral("Изтривате пациент от БД!") + QChar(13) + QStringLiteral("Да продължа ли?"));
+        QCOMPARE(practice.dialogs().questionTitles.value(1), QStringLiteral("ВНИМАНИЕ!"));
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients") + practice.count("SELECT COUNT(*) FROM Dental") +
                      practice.count("SELECT COUNT(*) FROM Help"),
                  0);

@@ -23,9 +23,10 @@ public:
 
 void ScriptedDialogs::information(const QString &message) { messages << message; }
 
-bool ScriptedDialogs::question(const QString &message)
+bool ScriptedDialogs::askQuestion(const QString &message, const QString &title)
 {
     questions << message;
+    questionTitles << title;
     if (answers.empty())
         return false;
     const bool answer = answers.front();

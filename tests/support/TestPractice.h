@@ -14,7 +14,6 @@ class ScriptedDialogs final : public DialogPort
 {
 public:
     void information(const QString &message) override;
-    bool question(const QString &message) override;
     bool confirmExit() override;
     DateChoice chooseDate() override;
     std::unique_ptr<ProgressPort> progress(const QString &message, int rows) override;
@@ -24,7 +23,11 @@ public:
     std::deque<DateChoice> dates;  // for chooseDate(); empty: cancelled
     QStringList messages;          // everything shown by information()
     QStringList questions;         // everything asked by question()
+    QStringList questionTitles;    // the caption of each question
     int progressShown = 0;
+
+protected:
+    bool askQuestion(const QString &message, const QString &title) override;
 };
 
 // A fresh practice for one test: a temporary data folder with new databases open under the

@@ -514,7 +514,7 @@ void KartonAdd::saveChanges(const CardData &card)
 
 void KartonAdd::deleteCard()
 {
-    if (!dialogs().question(deleteQuestion()) || run().CardMode == ModeNew || m_card.pacientRowId == 0)
+    if (!dialogs().question(deleteQuestion(), QStringLiteral("ВНИМАНИЕ!")) || run().CardMode == ModeNew || m_card.pacientRowId == 0)
         return;
     // The service lines go with the patient shown, who after a number switched the card is no
     // longer the one first found by name.

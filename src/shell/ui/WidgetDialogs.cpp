@@ -33,9 +33,10 @@ void WidgetDialogs::information(const QString &message)
     dialog.exec();
 }
 
-bool WidgetDialogs::question(const QString &message)
+bool WidgetDialogs::askQuestion(const QString &message, const QString &title)
 {
     QuesDialog dialog(message, owner());
+    dialog.setWindowTitle(title);
     dialog.exec();
     return dialog.nKod() == 1;
 }

@@ -9,8 +9,10 @@ class WidgetDialogs final : public DialogPort
 {
 public:
     void information(const QString &message) override;
-    bool question(const QString &message) override;
     bool confirmExit() override;
     DateChoice chooseDate() override;
     std::unique_ptr<ProgressPort> progress(const QString &message, int rows) override;
+
+protected:
+    bool askQuestion(const QString &message, const QString &title) override;
 };
