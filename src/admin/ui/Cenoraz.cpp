@@ -1,5 +1,7 @@
 #include "admin/ui/Cenoraz.h"
 
+#include "shell/ui/NamedButton.h"
+
 #include "shell/Dialogs.h"
 #include "store/Sql.h"
 
@@ -12,19 +14,6 @@
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
-
-namespace {
-
-QPushButton *button(const QString &name, const QString &caption, const QString &tip, QWidget *parent)
-{
-    auto *push = new QPushButton(caption, parent);
-    push->setObjectName(name);
-    push->setToolTip(tip);
-    push->setAutoDefault(false);
-    return push;
-}
-
-} // namespace
 
 void Cenoraz::open(QWidget *parent)
 {
@@ -95,10 +84,10 @@ QWidget *Cenoraz::buildButtons()
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    auto *add = button(QStringLiteral("cmdAdd"), QStringLiteral("Добави"), QStringLiteral("Добавя празен ред в ценоразписа"), bar);
-    auto *remove = button(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), QStringLiteral("Изтрива ред от ценоразписа"), bar);
-    auto *update = button(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), QStringLiteral("Записва промените в ценоразписа"), bar);
-    auto *close = button(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), QStringLiteral("Затваря прозореца"), bar);
+    auto *add = namedButton(QStringLiteral("cmdAdd"), QStringLiteral("Добави"), bar, QStringLiteral("Добавя празен ред в ценоразписа"));
+    auto *remove = namedButton(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar, QStringLiteral("Изтрива ред от ценоразписа"));
+    auto *update = namedButton(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar, QStringLiteral("Записва промените в ценоразписа"));
+    auto *close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar, QStringLiteral("Затваря прозореца"));
     // The list's rows come with the database: adding and removing stay off.
     add->setEnabled(false);
     remove->setEnabled(false);

@@ -1,5 +1,7 @@
 #include "admin/ui/Grafic.h"
 
+#include "shell/ui/NamedButton.h"
+
 #include "shell/Calendar.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
@@ -18,14 +20,6 @@
 namespace {
 
 constexpr int SlotsPerColumn = 13;
-
-QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *push = new QPushButton(caption, parent);
-    push->setObjectName(name);
-    push->setAutoDefault(false);
-    return push;
-}
 
 } // namespace
 
@@ -88,7 +82,7 @@ QWidget *Grafic::buildNavigator()
                                                    {QStringLiteral("Data1Last"), QStringLiteral("▶|")}};
     QList<QPushButton *> pushes;
     for (const auto &[name, caption] : moves)
-        pushes << button(name, caption, bar);
+        pushes << namedButton(name, caption, bar);
     auto *caption = new QLabel(QStringLiteral("Придвижване по датите"), bar);
     caption->setAlignment(Qt::AlignCenter);
     row->addWidget(pushes[0]);
@@ -109,11 +103,11 @@ QWidget *Grafic::buildButtons()
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    auto *add = button(QStringLiteral("cmdAdd"), QStringLiteral("Добави"), bar);
-    auto *remove = button(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar);
-    auto *refresh = button(QStringLiteral("cmdRefresh"), QStringLiteral("Обнови"), bar);
-    auto *update = button(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar);
-    auto *close = button(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
+    auto *add = namedButton(QStringLiteral("cmdAdd"), QStringLiteral("Добави"), bar);
+    auto *remove = namedButton(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar);
+    auto *refresh = namedButton(QStringLiteral("cmdRefresh"), QStringLiteral("Обнови"), bar);
+    auto *update = namedButton(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar);
+    auto *close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
     for (QPushButton *push : {add, remove, refresh, update, close})
         row->addWidget(push);
     connect(add, &QPushButton::clicked, this, &Grafic::addPage);

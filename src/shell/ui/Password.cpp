@@ -1,5 +1,7 @@
 #include "shell/ui/Password.h"
 
+#include "shell/ui/NamedButton.h"
+
 #include "admin/Doctors.h"
 #include "admin/ui/MedicAdd.h"
 #include "shell/Dialogs.h"
@@ -22,14 +24,6 @@ QGroupBox *framed(const QString &caption, QWidget *inside, QWidget *parent)
     return frame;
 }
 
-QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *pushButton = new QPushButton(caption, parent);
-    pushButton->setObjectName(name);
-    pushButton->setAutoDefault(false);
-    return pushButton;
-}
-
 } // namespace
 
 Password::Password(QWidget *parent)
@@ -47,8 +41,8 @@ Password::Password(QWidget *parent)
     m_code->setObjectName(QStringLiteral("txtField"));
     m_code->setEchoMode(QLineEdit::Password);
     m_code->setToolTip(QStringLiteral("Въведете съответната парола на лекаря"));
-    m_ok = button(QStringLiteral("OKButton"), QStringLiteral("Вход"), this);
-    QPushButton *cancelButton = button(QStringLiteral("CancelButton"), QStringLiteral("Отказ"), this);
+    m_ok = namedButton(QStringLiteral("OKButton"), QStringLiteral("Вход"), this);
+    QPushButton *cancelButton = namedButton(QStringLiteral("CancelButton"), QStringLiteral("Отказ"), this);
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -1,5 +1,7 @@
 #include "treatment/ui/DenHelp.h"
 
+#include "shell/ui/NamedButton.h"
+
 #include "admin/Diary.h"
 #include "admin/ui/Grafic.h"
 #include "shell/Calendar.h"
@@ -39,14 +41,6 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setMinimumWidth(120);
     return label;
-}
-
-QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *push = new QPushButton(caption, parent);
-    push->setObjectName(name);
-    push->setAutoDefault(false);
-    return push;
 }
 
 QGroupBox *legend(QWidget *parent)
@@ -170,14 +164,14 @@ QWidget *DenHelp::buildButtons()
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    m_update = button(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar);
-    auto *edit = button(QStringLiteral("cmdEdit"), QStringLiteral("Поправи"), bar);
-    m_delete = button(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar);
-    auto *print = button(QStringLiteral("cmdPrint"), QStringLiteral("Печат"), bar);
-    auto *printData = button(QStringLiteral("cmdPrintData"), QStringLiteral("Печат данни..."), bar);
-    auto *schedule = button(QStringLiteral("cmdGrafic"), QStringLiteral("Преглед..."), bar);
-    auto *referrals = button(QStringLiteral("cmdParh"), QStringLiteral("Направления"), bar);
-    m_close = button(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
+    m_update = namedButton(QStringLiteral("cmdUpdate"), QStringLiteral("Запиши"), bar);
+    auto *edit = namedButton(QStringLiteral("cmdEdit"), QStringLiteral("Поправи"), bar);
+    m_delete = namedButton(QStringLiteral("cmdDelete"), QStringLiteral("Изтрий"), bar);
+    auto *print = namedButton(QStringLiteral("cmdPrint"), QStringLiteral("Печат"), bar);
+    auto *printData = namedButton(QStringLiteral("cmdPrintData"), QStringLiteral("Печат данни..."), bar);
+    auto *schedule = namedButton(QStringLiteral("cmdGrafic"), QStringLiteral("Преглед..."), bar);
+    auto *referrals = namedButton(QStringLiteral("cmdParh"), QStringLiteral("Направления"), bar);
+    m_close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
     // The prints of the sheet and of the treatment data are not part of this window yet.
     print->setEnabled(false);
     printData->setEnabled(false);
