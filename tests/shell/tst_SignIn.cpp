@@ -134,6 +134,7 @@ void tst_SignIn::enterAfterTypingTheCode()
     chooseName(form, 0);
     typeCode(form, QStringLiteral("txtField"), QStringLiteral("secret1"));
     QVERIFY(form.findChild<QPushButton *>(QStringLiteral("OKButton"))->isDefault());
+    QCOMPARE(form.findChild<QLineEdit *>(QStringLiteral("txtField"))->displayText(), QStringLiteral("*******"));
     QTest::keyClick(form.findChild<QLineEdit *>(QStringLiteral("txtField")), Qt::Key_Return);
     QVERIFY(!form.isVisible());
     QVERIFY(form.lKod());
@@ -194,6 +195,8 @@ void tst_SignIn::changePasswordMessages()
     ChangePassword form;
     form.show();
     QCOMPARE(form.windowTitle(), QStringLiteral("Смяна на паролата"));
+    typeCode(form, QStringLiteral("txtConfurm"), QStringLiteral("12"));
+    QCOMPARE(form.findChild<QLineEdit *>(QStringLiteral("txtConfurm"))->displayText(), QStringLiteral("**"));
     auto attempt = [&](const QString &old, const QString &fresh, const QString &confirm) {
         for (const QString name : {"txtPasswordOld", "txtPasswordNew", "txtConfurm"})
             form.findChild<QLineEdit *>(name)->clear();

@@ -1,5 +1,7 @@
 #include "shell/ui/ChangePassword.h"
 
+#include "shell/ui/CodeField.h"
+
 #include "admin/Doctors.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
@@ -49,7 +51,7 @@ QLineEdit *ChangePassword::addCodeField(const QString &name)
 {
     auto *field = new QLineEdit(this);
     field->setObjectName(name);
-    field->setEchoMode(QLineEdit::Password);
+    hideAsStars(field);
     field->setMinimumWidth(160);
     return field;
 }

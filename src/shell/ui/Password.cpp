@@ -1,5 +1,7 @@
 #include "shell/ui/Password.h"
 
+#include "shell/ui/CodeField.h"
+
 #include "shell/ui/NamedButton.h"
 
 #include "admin/Doctors.h"
@@ -39,7 +41,7 @@ Password::Password(QWidget *parent)
     m_names->setMinimumWidth(300);
     m_code = new QLineEdit(this);
     m_code->setObjectName(QStringLiteral("txtField"));
-    m_code->setEchoMode(QLineEdit::Password);
+    hideAsStars(m_code);
     m_code->setToolTip(QStringLiteral("Въведете съответната парола на лекаря"));
     m_ok = namedButton(QStringLiteral("OKButton"), QStringLiteral("Вход"), this);
     QPushButton *cancelButton = namedButton(QStringLiteral("CancelButton"), QStringLiteral("Отказ"), this);
