@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QSqlQuery>
 #include <QTableView>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -230,7 +231,29 @@ private slots:
         typeIntoCell(grid(window), grid(window)->model()->index(0, 5), QStringLiteral("30-2"));
         QCOMPARE(practice.dialogs().messages.size(), 1);
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
+        practice.dialogs().answers = {true};
         window->close();
+    }
+
+    void closingWithAnUnsavedRowAsks()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = QStringLiteral("D1");
+        const QString egn = addPatient(practice);
+        QPointer<DenHelp> window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        QVERIFY(window);
+        QVERIFY(window->close()); // nothing typed: no question
+        QVERIFY(practice.dialogs().questions.isEmpty());
+
+        window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        QAbstractItemModel *model = grid(window)->model();
+        model->setData(model->index(0, 3), QStringLiteral("36"));
+        practice.dialogs().answers = {false, true};
+        QVERIFY(!window->close());
+        QVERIFY(window->isVisible());
+        QCOMPARE(practice.dialogs().questions.size(), 1);
+        QVERIFY(window->close());
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
     }
 
     void sheetNumberOutOfRangeKeepsTheWindowShut()

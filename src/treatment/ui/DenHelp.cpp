@@ -43,6 +43,9 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     return label;
 }
 
+const QString UnsavedRowQuestion = QStringLiteral("Има незаписан ред на услуга.") + QChar(13)
+                                 + QStringLiteral("Да затворя ли прозореца без него?");
+
 QGroupBox *legend(QWidget *parent)
 {
     auto *box = new QGroupBox(QStringLiteral("Легенда"), parent);
@@ -317,6 +320,11 @@ void DenHelp::openReferrals()
 
 void DenHelp::closeEvent(QCloseEvent *event)
 {
+    // A typed row is stored only by Enter or "Запиши" on its code cell; closing would lose it unseen.
+    if (m_model->hasUnsavedRow() && !dialogs().question(UnsavedRowQuestion)) {
+        event->ignore();
+        return;
+    }
     emit closed(m_openMode);
     QDialog::closeEvent(event);
 }

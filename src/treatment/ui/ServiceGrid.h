@@ -25,6 +25,8 @@ public:
 
     bool isNewRow(int row) const { return row == m_lines.size(); }
     bool isEditing(int row) const;
+    // A row begun or put into correction and not saved yet.
+    bool hasUnsavedRow() const { return m_newBegun || m_editing.contains(true); }
     ServiceLine line(int row) const;
     void setEditing(int row);
     void setPrintMark(int row, bool marked);
