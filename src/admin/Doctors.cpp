@@ -44,11 +44,22 @@ Outcome writeHashedCode(const QString &failedHeading, const QString &code, Write
 
 Outcome addDoctor(const DoctorEntry &entry)
 {
-    return writeHashedCode(QStringLiteral("Лекарят не е записан: "), entry.accessCode, [&entry](const QVariant &hash) {
-        store::run(store::clinicDb(),
-                   QStringLiteral("INSERT INTO Medic (Names, EGN, KodMedic, Password) VALUES (?, ?, ?, ?)"),
+    bool nameTaken = false;
+    const Outcome written = writeHashedCode(QStringLiteral("Лекарят не е записан: "), entry.accessCode, [&](const QVariant &hash) {
+        const auto db = store::clinicDb();
+        store::Transaction transaction(db);
+        nameTaken = store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Medic WHERE TRIM(Names) = ?"),
+                                  {entry.names.trimmed()})
+                        .toInt() > 0;
+        if (nameTaken)
+            return;
+        store::run(db, QStringLiteral("INSERT INTO Medic (Names, EGN, KodMedic, Password) VALUES (?, ?, ?, ?)"),
                    {entry.names, entry.number, entry.practiceCode, hash});
+        transaction.commit();
     });
+    if (written && nameTaken)
+        return Outcome::failure(QStringLiteral("Лекарят не е записан: вече има лекар с името %1.").arg(entry.names.trimmed()));
+    return written;
 }
 
 Result<int> doctorCount()
@@ -100,35 +111,45 @@ bool sameCode(const QString &stored, const QString &typed)
     return accesscodes::matches(stored, typed);
 }
 
-Result<qint16> accessCodeNumber(const QString &typed)
+qint16 accessCodeNumber(const QString &typed)
 {
     const qint64 number = text::leadingNumber(typed.trimmed());
-    if (number > std::numeric_limits<qint16>::max())
-        return Result<qint16>::failure(
-            QStringLiteral("Кодът за достъп е число, по-голямо от 32767, и не може да служи за номер на лекаря "
-                           "в новите картони. Сменете паролата от „Служебна“ – „Смяна на паролата“."));
-    return Result<qint16>::success(qint16(number));
+    return number > std::numeric_limits<qint16>::max() ? qint16(0) : qint16(number);
 }
 
-Result<QString> keptCode(const QString &names)
+namespace {
+
+// Sign-in compares trimmed names and takes the later of equal ones; so does everything that
+// works on the signed-in doctor's row.
+const QString SignedInRow = QStringLiteral(
+    "(SELECT MAX(ID) FROM Medic WHERE TRIM(Names) = ? AND TRIM(KodMedic) = ?)");
+
+} // namespace
+
+Result<QString> keptCode(const SignedInDoctor &doctor)
 {
     try {
-        const QVariant code = store::scalar(
-            store::clinicDb(), QStringLiteral("SELECT Password FROM Medic WHERE Names = ? ORDER BY ID LIMIT 1"), {names});
+        const QVariant code = store::scalar(store::clinicDb(),
+                                            QStringLiteral("SELECT Password FROM Medic WHERE ID = ") + SignedInRow,
+                                            {doctor.names.trimmed(), doctor.kodMedic.trimmed()});
         return Result<QString>::success(code.toString().trimmed());
     } catch (const store::SqlError &error) {
         return Result<QString>::failure(error.message());
     }
 }
 
-Outcome changeCode(const QString &names, const QString &newCode)
+Outcome changeCode(const SignedInDoctor &doctor, const QString &newCode)
 {
-    return writeHashedCode(QStringLiteral("Паролата не е сменена: "), newCode, [&names](const QVariant &hash) {
-        store::run(store::clinicDb(),
-                   QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = "
-                                  "(SELECT MIN(ID) FROM Medic WHERE Names = ?)"),
-                   {hash, names});
+    int changed = 0;
+    const Outcome written = writeHashedCode(QStringLiteral("Паролата не е сменена: "), newCode, [&](const QVariant &hash) {
+        changed = store::run(store::clinicDb(), QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = ") + SignedInRow,
+                             {hash, doctor.names.trimmed(), doctor.kodMedic.trimmed()})
+                      .numRowsAffected();
     });
+    if (written && changed == 0)
+        return Outcome::failure(QStringLiteral("Паролата не е сменена: д-р %1 не е намерен в списъка на лекарите.")
+                                    .arg(doctor.names.trimmed()));
+    return written;
 }
 
 } // namespace doctors

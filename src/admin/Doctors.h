@@ -26,7 +26,9 @@ inline constexpr int MinimumAccessCodeLength = 6;
 // The message of the first check the entry fails, in the form's order, or an empty text when it
 // passes them all. Values are taken as typed: a blank is content.
 QString MedicAddCheck(const DoctorEntry &entry);
-// Stores the entry as a new row of Medic, the access code hashed.
+// Stores the entry as a new row of Medic, the access code hashed. A name that a doctor already
+// bears (blanks around it not counting) is refused: at sign-in the later of two equal names
+// hides the earlier doctor for good.
 Outcome addDoctor(const DoctorEntry &entry);
 
 Result<int> doctorCount();
@@ -46,14 +48,20 @@ Result<std::optional<SignInRecord>> lookUpDoctor(const QString &chosenName);
 // Whether a typed code is the stored one, blanks around it not counting. An empty stored code
 // equals only an empty typed one; callers that sign in must refuse the empty code themselves.
 bool sameCode(const QString &stored, const QString &typed);
-// nIDMedic: the numeric reading of an access code as a signed 16-bit value. A code whose
-// number does not fit is refused with a message instead of overflowing.
-Result<qint16> accessCodeNumber(const QString &typed);
+// nIDMedic: the numeric reading of an access code as a signed 16-bit value; 0 for a code whose
+// number does not fit, since nothing that reads the value depends on it.
+qint16 accessCodeNumber(const QString &typed);
 
-// The stored code of the first doctor of that exact name, empty when there is none.
-Result<QString> keptCode(const QString &names);
-// Gives the first doctor of that exact name the new code (may be empty). Succeeds also when no
-// row has the name, as nothing is then to be changed.
-Outcome changeCode(const QString &names, const QString &newCode);
+// The signed-in doctor's row: the row sign-in took, the later of equal trimmed names, with the
+// trimmed practice code sign-in kept.
+struct SignedInDoctor final
+{
+    QString names;    // CurrentMedicName
+    QString kodMedic; // CurrentMedicCode
+};
+// The stored code of the signed-in doctor; empty when the row has none or is gone.
+Result<QString> keptCode(const SignedInDoctor &doctor);
+// Gives the signed-in doctor the new code (may be empty). Fails when no row was changed.
+Outcome changeCode(const SignedInDoctor &doctor, const QString &newCode);
 
 } // namespace doctors

@@ -39,10 +39,19 @@ QString oldNumberWarning() { return QStringLiteral("Грешно ЕГН!") + Car
 
 QString newNumberWarning() { return QStringLiteral("Грешно ЕГН!") + CarriageReturn + QStringLiteral("Моля, проверете новото ЕГН!"); }
 
+// A number the card would not take cannot be moved to: the patient could not be opened under it.
+static QString newNumberRefusal(const QString &newEgn)
+{
+    const QString refusal = lengthWrong(newEgn) ? newNumberWarning() : patientcard::numberRefusal(newEgn);
+    return refusal.isEmpty() ? refusal : refusal + CarriageReturn + QStringLiteral("Номерът не е сменен.");
+}
+
 Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped)
 {
     const QString oldEgn = oldTyped.trimmed();
     const QString newEgn = newTyped.trimmed();
+    if (const QString refusal = newNumberRefusal(newEgn); !refusal.isEmpty())
+        return Result<Moved>::failure(refusal);
     try {
         store::Transaction transaction(store::clinicDb());
         if (heldByAnotherPatient(oldEgn, newEgn))

@@ -21,7 +21,8 @@ struct Moved final
 };
 
 // Rewrites the trimmed old number to the trimmed new one in one transaction: the first
-// patient row and chart row of the old number, and all its service lines. A new number that
+// patient row and chart row of the old number, and all its service lines. A new number that the
+// patient card would refuse is refused here too; one that
 // already belongs to another patient is refused, since two patients under one number would
 // mix their histories in every report.
 Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped);

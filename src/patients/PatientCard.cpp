@@ -16,19 +16,20 @@ namespace {
 const QString DataR = QStringLiteral("DataR");
 const QChar CarriageReturn(13);
 
-// Registration dates are kept as dates when they are dates; anything else is kept as typed.
+// Only dates reach the date columns; a registration date that is no date is refused at the
+// save (registrationDateRefusal), and a birth date the number does not name stays empty.
 QVariant storedRegistrationDate(const QString &typed)
 {
     if (const auto date = dates::fromTyped(typed.trimmed()))
         return dates::toIso(*date);
-    return store::textOrNull(typed);
+    return QVariant();
 }
 
 QVariant storedBirthDate(const QString &egn)
 {
     if (const auto born = EgnBirthDate(egn))
         return dates::toIso(*born);
-    return store::textOrNull(EgnBirthDateText(egn));
+    return QVariant();
 }
 
 QVariant fieldValue(const CardData &card, const QString &field)
@@ -42,9 +43,12 @@ bool allDigits(const QString &egn)
     return std::all_of(egn.begin(), egn.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-bool failsNumberRules(const QString &egn)
+QString firstRuleHead(const QString &egn)
 {
-    return egn.size() != 10 || !allDigits(egn) || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn);
+    return EgnDateBad(egn)          ? egnmessages::DateHead
+           : EgnMonthBad(egn)       ? egnmessages::MonthHead
+           : EgnCheckDigitBad(egn) ? egnmessages::CheckDigitHead
+                                    : QString();
 }
 
 void readPersonalData(CardData &card, const QString &egn)
@@ -72,7 +76,7 @@ void readChart(CardData &card)
         card.chart[i] = row.value(names.at(i)).toString();
 }
 
-void insertChart(const CardData &card, const QString &egn)
+qint64 insertChart(const CardData &card, const QString &egn)
 {
     const QStringList names = store::chartFieldNames();
     QSqlQuery insert(store::clinicDb());
@@ -83,6 +87,7 @@ void insertChart(const CardData &card, const QString &egn)
         insert.addBindValue(store::textOrNull(text));
     if (!insert.exec())
         throw store::SqlError(insert.lastError().text());
+    return insert.lastInsertId().toLongLong();
 }
 
 void updateChart(const CardData &card)
@@ -107,7 +112,7 @@ void writeChart(const CardData &card, const QString &egn)
         insertChart(card, egn);
 }
 
-void insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp)
+qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp)
 {
     QHash<QString, QVariant> values;
     for (const QString &field : editedFields())
@@ -126,6 +131,21 @@ void insertPersonalData(const CardData &card, const QString &egn, const NewCardS
         insert.addBindValue(values.value(name));
     if (!insert.exec())
         throw store::SqlError(insert.lastError().text());
+    return insert.lastInsertId().toLongLong();
+}
+
+// The card as it now stands in the store, built from what was written rather than read back:
+// once the transaction is committed nothing can make the save untrue.
+CardData storedNewCard(CardData card, const QString &egn, const NewCardStamp &stamp, qint64 pacientId, qint64 dentalId)
+{
+    card.fields.insert(QStringLiteral("EGN"), egn);
+    card.fields.insert(QStringLiteral("RZOK"), stamp.postRzok);
+    card.fields.insert(QStringLiteral("ZR"), stamp.postZr);
+    if (const auto registered = dates::fromTyped(card.fields.value(DataR).trimmed()))
+        card.fields.insert(DataR, dates::toTyped(*registered));
+    card.pacientRowId = pacientId;
+    card.dentalRowId = dentalId;
+    return card;
 }
 
 void updatePersonalData(const CardData &card)
@@ -189,34 +209,40 @@ Result<std::optional<CardData>> loadPatient(const QString &egn)
     }
 }
 
+QString numberRefusal(const QString &typed)
+{
+    if (typed.size() != 10)
+        return egnmessages::InvalidLength;
+    const QString egn = typed.trimmed();
+    if (const QString head = firstRuleHead(egn); !head.isEmpty())
+        return egnmessages::withNumber(head, egn);
+    // The rules read a blank or a letter as a digit, and a missing tenth digit as 0: nine digits
+    // whose check digit is 0 pass them. Neither is a number to file a patient under.
+    if (egn.size() != 10 || !allDigits(egn))
+        return egnmessages::withNumber(egnmessages::InvalidLength, egn);
+    return {};
+}
+
+QString noBirthDateMessage(const QString &egn)
+{
+    return egnmessages::withNumber(egnmessages::DateHead, egn) + CarriageReturn +
+           QStringLiteral("Номерът не назовава дата на раждане и тя няма да бъде записана. "
+                          "Поправете го чрез \"Корекция ЕГН\", за да се изчислява цената по възрастта.");
+}
+
 Result<EgnEntry> checkEnteredEgn(const QString &typed)
 {
     EgnEntry entry;
-    QString boxText = typed;
-    if (boxText.size() != 10) {
-        // The card closes, and the rules still run on the emptied box.
-        entry.messages << egnmessages::InvalidLength;
-        entry.closeCard = true;
-        boxText.clear();
-    }
-    const QString egn = boxText.trimmed();
-    const QString ruleHead = EgnDateBad(egn)          ? egnmessages::DateHead
-                             : EgnMonthBad(egn)       ? egnmessages::MonthHead
-                             : EgnCheckDigitBad(egn) ? egnmessages::CheckDigitHead
-                                                      : QString();
-    if (!ruleHead.isEmpty())
-        entry.messages << egnmessages::withNumber(ruleHead, egn);
-    else if (!entry.closeCard && (egn.size() != 10 || !allDigits(egn)))
-        // The rules read a blank or a letter as a digit, and a missing tenth digit as 0: nine digits
-        // whose check digit is 0 pass them. Neither is a number to file a patient under.
-        entry.messages << egnmessages::withNumber(egnmessages::InvalidLength, egn);
-    if (!entry.messages.isEmpty())
+    if (const QString refusal = numberRefusal(typed); !refusal.isEmpty()) {
+        entry.messages << refusal;
         return Result<EgnEntry>::success(entry);
+    }
+    const QString egn = typed.trimmed();
     entry.sex = EgnSex(egn);
-    entry.shownEgn = boxText;
+    entry.shownEgn = typed;
     try {
         const QVariant name = store::scalar(
-            store::clinicDb(), QStringLiteral("SELECT Names FROM Pacients WHERE EGN = ? ORDER BY ID"), {boxText});
+            store::clinicDb(), QStringLiteral("SELECT Names FROM Pacients WHERE EGN = ? ORDER BY ID"), {typed});
         entry.verdict = name.isValid() ? EgnVerdict::ExistingPatient : EgnVerdict::NewPatient;
         entry.existingName = name.toString();
     } catch (const store::SqlError &error) {
@@ -224,7 +250,18 @@ Result<EgnEntry> checkEnteredEgn(const QString &typed)
     }
     if (entry.verdict == EgnVerdict::ExistingPatient)
         entry.messages << QStringLiteral("Имате пациент с това ЕГН!") + CarriageReturn + QStringLiteral("Ще покажа данните.");
+    else if (!EgnBirthDate(egn))
+        entry.messages << noBirthDateMessage(egn);
     return Result<EgnEntry>::success(entry);
+}
+
+QString registrationDateRefusal(const CardData &card)
+{
+    const QString typed = card.fields.value(DataR).trimmed();
+    if (typed.isEmpty() || dates::fromTyped(typed))
+        return {};
+    return QStringLiteral("\"Дата рег.\" не е дата: ") + typed + CarriageReturn +
+           QStringLiteral("Въведете датата като ДД.ММ.ГГГГ. Картонът не е записан.");
 }
 
 Result<std::optional<PostPlace>> findPostCode(const QString &pkod)
@@ -289,20 +326,19 @@ QString streetWithPrefix(const QString &typed)
 
 Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp)
 {
-    if (failsNumberRules(egn.trimmed()))
+    if (!numberRefusal(egn).isEmpty())
         return Result<CardData>::failure(noValidNumberMessage());
+    if (const QString refusal = registrationDateRefusal(card); !refusal.isEmpty())
+        return Result<CardData>::failure(refusal);
     try {
         store::Transaction transaction(store::clinicDb());
         if (!firstRowId(QStringLiteral("Pacients"), egn).isNull())
             return Result<CardData>::failure(egnmessages::withNumber(QStringLiteral("Вече има пациент с това ЕГН:"), egn) +
                                              CarriageReturn + QStringLiteral("Картонът не е записан."));
-        insertPersonalData(card, egn, stamp);
-        insertChart(card, egn);
+        const qint64 pacientId = insertPersonalData(card, egn, stamp);
+        const qint64 dentalId = insertChart(card, egn);
         transaction.commit();
-        auto stored = loadPatient(egn);
-        if (!stored || !stored.value())
-            return Result<CardData>::failure(stored ? QStringLiteral("Картонът не е записан.") : stored.error());
-        return Result<CardData>::success(*stored.value());
+        return Result<CardData>::success(storedNewCard(card, egn, stamp, pacientId, dentalId));
     } catch (const store::SqlError &error) {
         return Result<CardData>::failure(storeFailure(QStringLiteral("Картонът не е записан!"), error));
     }
@@ -312,6 +348,8 @@ Result<CardData> saveCardChanges(const CardData &card, const QString &egn)
 {
     if (card.pacientRowId == 0)
         return Result<CardData>::failure(noValidNumberMessage());
+    if (const QString refusal = registrationDateRefusal(card); !refusal.isEmpty())
+        return Result<CardData>::failure(refusal);
     try {
         store::Transaction transaction(store::clinicDb());
         updatePersonalData(card);

@@ -39,15 +39,22 @@ struct EgnEntry final
 {
     EgnVerdict verdict = EgnVerdict::Failed;
     QStringList messages;  // to be shown in order
-    bool closeCard = false; // the length fault closes the card after its first message
     QString shownEgn;       // the text that the stored-number input takes
     QString sex;            // "М"/"Ж" from the number
     QString existingName;   // Names of the stored patient
 };
 
-// The steps on leaving the entry box with `typed` in it: the length of the text as typed,
-// then the three rules on the trimmed text, then a look for a stored patient of that number.
+// The message with which a number is refused, or an empty text when it is taken: the length of
+// the text as typed, the three rules on the trimmed text, then ten digits. The card and the EGN
+// correction refuse the same numbers.
+QString numberRefusal(const QString &typed);
+
+// The steps on leaving the entry box with `typed` in it: the refusal above, then a look for a
+// stored patient of that number. A new number that names no birth date is taken with a warning.
 Result<EgnEntry> checkEnteredEgn(const QString &typed);
+
+// The message that refuses a registration date that is not empty and no date; empty otherwise.
+QString registrationDateRefusal(const CardData &card);
 
 // A settlement found by post code in the reference table.
 struct PostPlace final
@@ -75,7 +82,7 @@ struct NewCardStamp final
 };
 
 // Stores a new patient under `egn` with its chart, in one transaction. Refused when the
-// number is not a valid one or is already stored.
+// number is not a valid one or is already stored, or the registration date is no date.
 Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp);
 // Writes the inputs over the patient's stored rows in one transaction; a missing chart row
 // is created rather than the chart lost.

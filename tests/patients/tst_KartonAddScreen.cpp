@@ -167,19 +167,107 @@ private slots:
         QCOMPARE(practice.dialogs().messages.size(), 4);
     }
 
-    void ninedigitNumberClosesTheCard()
+    // A mistyped number keeps the card open with what was typed, for the number to be put right.
+    void ninedigitNumberKeepsTheCardOpen()
     {
         TestPractice practice;
         run().CurrentMedicCode = Doctor;
         run().CardMode = QStringLiteral("New");
         KartonAdd card;
         CardDriver driver(&card, practice.dialogs());
+        driver.type("Text2", QStringLiteral("Мария Иванова Петрова"));
         driver.enterNumber(QStringLiteral("750101124"));
-        QCOMPARE(practice.dialogs().messages,
-                 QStringList({egnmessages::InvalidLength, egnmessages::withNumber(egnmessages::MonthHead, {})}));
-        QCOMPARE(run().CardMode, QStringLiteral(" "));
-        QVERIFY(!card.isVisible());
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+        QCOMPARE(practice.dialogs().messages, QStringList{egnmessages::InvalidLength});
+        QCOMPARE(card.mode(), QStringLiteral(" "));
+        QVERIFY(card.isVisible());
+        QCOMPARE(driver.input("Text2")->text(), QStringLiteral("Мария Иванова Петрова"));
+        QCOMPARE(driver.input("Text11")->text(), QStringLiteral("750101124"));
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        driver.input("Text11")->setFocus(Qt::TabFocusReason);
+        driver.input("Text11")->selectAll();
+        QTest::keyClicks(driver.input("Text11"), egn);
+        driver.leave();
+        QCOMPARE(card.mode(), QStringLiteral("New"));
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QCOMPARE(storedText("SELECT Names FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Мария Иванова Петрова"));
+    }
+
+    // Tab reaches the stored number's box, and typing there starts an entry as a click does.
+    void numberFromTheKeyboard()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        KartonAdd card(QStringLiteral("New"), {}, {}, nullptr);
+        CardDriver driver(&card, practice.dialogs());
+        QWidget *before = driver.input("Text1");
+        before->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(before, Qt::Key_Tab);
+        QVERIFY(driver.input("Text3")->hasFocus());
+        const QString egn = validEgn(QDate(1980, 6, 15), false);
+        QTest::keyClicks(driver.input("Text3"), egn.left(1));
+        QVERIFY(driver.input("Text11")->hasFocus());
+        QTest::keyClicks(driver.input("Text11"), egn.mid(1));
+        driver.leave();
+        QCOMPARE(driver.input("Text3")->text(), egn);
+        QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("Ж"));
+    }
+
+    // The close box, like "Затвори", gives up edits only on the user's word.
+    void closeBoxAsksOverEdits()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        KartonAdd card(QStringLiteral("Edit"), QStringLiteral("Иван"), egn, nullptr);
+        CardDriver driver(&card, practice.dialogs());
+        QVERIFY(card.close()); // nothing typed: no question
+        QVERIFY(practice.dialogs().questions.isEmpty());
+        card.show();
+        driver.type("Text4", QStringLiteral("пеницилин"));
+        practice.dialogs().answers = {false, true};
+        QVERIFY(!card.close());
+        QCOMPARE(practice.dialogs().questions.size(), 1);
+        QVERIFY(practice.dialogs().questions.first().endsWith(QStringLiteral("Да се откажа ли от въведеното?")));
+        QCOMPARE(driver.input("Text4")->text(), QStringLiteral("пеницилин"));
+        QVERIFY(card.close());
+        QVERIFY(storedText("SELECT Nep FROM Pacients WHERE EGN = ?", egn).isEmpty());
+    }
+
+    // One card: the registration command twice gives one card; a correction over a new card with
+    // typing asks first, and each card saves and deletes in its own mode whatever the run holds.
+    void oneCardWithItsOwnMode()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        const QString stored = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(stored, QStringLiteral("Иван Петров Иванов"), Doctor);
+        QWidget main;
+        KartonAdd *fresh = KartonAdd::openNew(&main);
+        QCOMPARE(fresh->parentWidget(), &main);
+        QCOMPARE(KartonAdd::openNew(&main), nullptr); // brought forward
+        QCOMPARE(KartonAdd::openCard(), fresh);
+        CardDriver driver(fresh, practice.dialogs());
+        const QString egn = validEgn(QDate(1990, 2, 3));
+        driver.enterNumber(egn);
+        driver.type("Text2", QStringLiteral("Нов Пациент Петров"));
+
+        practice.dialogs().answers = {false};
+        QCOMPARE(KartonAdd::openForCorrection(QStringLiteral("Иван"), stored, &main), nullptr);
+        QCOMPARE(practice.dialogs().questions.size(), 1);
+        run().CardMode = QStringLiteral("Edit"); // as another window might leave it
+        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
+        QCOMPARE(storedText("SELECT Names FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Нов Пациент Петров"));
+
+        driver.type("Text4", QStringLiteral("typed"));
+        practice.dialogs().answers = {true};
+        KartonAdd *correction = KartonAdd::openForCorrection(QStringLiteral("Иван"), stored, &main);
+        QVERIFY(correction && correction != fresh);
+        QCOMPARE(run().CardMode, QStringLiteral("Edit"));
+        QTRY_COMPARE(KartonAdd::openCard(), correction);
+        practice.dialogs().answers = {true};
+        QTest::mouseClick(correction->findChild<QPushButton *>("cmdDelete"), Qt::LeftButton);
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + stored + "'"), 0);
     }
 
     void storedNumberShowsThatPatient()
@@ -361,14 +449,14 @@ private slots:
         QCOMPARE(practice.dialogs().messages.value(0), QStringLiteral("Завърших търсенето на имената!"));
         auto *list = search->findChild<QComboBox *>("Combo1");
         QCOMPARE(list->count(), 1);
+        QSignalSpy chosen(search, &SeekName::patientChosen);
         search->choose(list->itemText(0));
         QCOMPARE(search->FoundEGN(), egn);
         QCOMPARE(search->FoundName(), QStringLiteral("Иван Петров Иванов") + QString(10, u' '));
-        KartonAdd *card = nullptr;
-        for (QWidget *window : QApplication::topLevelWidgets())
-            if (auto *opened = qobject_cast<KartonAdd *>(window); opened && opened->isVisible())
-                card = opened;
-        QVERIFY(card);
+        QCOMPARE(chosen.size(), 1);
+        QCOMPARE(chosen.at(0).at(0).toInt(), 1);
+        QCOMPARE(list->count(), 0); // emptied, so that no stale row opens a second patient
+        KartonAdd *card = KartonAdd::openForCorrection(search->FoundName(), search->FoundEGN());
         QCOMPARE(card->CardEGN(), egn);
         QCOMPARE(card->findChild<QLineEdit *>("Text2")->text(), QStringLiteral("Иван Петров Иванов"));
         QPointer<SeekName> alive(search);

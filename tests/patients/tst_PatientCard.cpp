@@ -38,6 +38,9 @@ QString nineWithCheckDigitZero()
     return validEgn(born).left(9);
 }
 
+// Nine characters and the check digit they call for.
+QString withCheckDigit(const QString &nine) { return nine + QString::number(EgnCheckDigit(nine)); }
+
 } // namespace
 
 class TestPatientCard final : public QObject
@@ -48,48 +51,42 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("messages");
-        QTest::addColumn<bool>("closes");
         QTest::addColumn<int>("verdict");
         const QString nine = validEgn(QDate(1975, 1, 1)).left(9);
-        QTest::newRow("nine digits: length, then month of an empty number")
-            << nine << QStringList{egnmessages::InvalidLength, egnmessages::withNumber(egnmessages::MonthHead, {})}
-            << true << int(EgnVerdict::Failed);
+        // The card stays open with the one message: no second one about an emptied box.
+        QTest::newRow("nine digits: the length alone")
+            << nine << QStringList{egnmessages::InvalidLength} << int(EgnVerdict::Failed);
         QTest::newRow("nine digits and a blank pass the length and fall at the rules")
-            << nine + " " << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, nine)} << false
-            << int(EgnVerdict::Failed);
+            << nine + " " << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, nine)} << int(EgnVerdict::Failed);
         const QString passing = nineWithCheckDigitZero();
         for (const QString &typed : {passing + " ", " " + passing})
             QTest::newRow(qPrintable("nine digits the rules pass: '" + typed + "'"))
-                << typed << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, passing)} << false
-                << int(EgnVerdict::Failed);
+                << typed << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, passing)} << int(EgnVerdict::Failed);
         QTest::newRow("a blank the rules read as a digit") << "75010 1234"
                                         << QStringList{egnmessages::withNumber(egnmessages::InvalidLength, "75010 1234")}
-                                        << false << int(EgnVerdict::Failed);
+                                        << int(EgnVerdict::Failed);
         QTest::newRow("bad month") << "7513011234" << QStringList{egnmessages::withNumber(egnmessages::MonthHead, "7513011234")}
-                                   << false << int(EgnVerdict::Failed);
+                                   << int(EgnVerdict::Failed);
         QTest::newRow("bad day") << "7502301234" << QStringList{egnmessages::withNumber(egnmessages::DateHead, "7502301234")}
-                                 << false << int(EgnVerdict::Failed);
+                                 << int(EgnVerdict::Failed);
         QTest::newRow("letters") << "75O1011234" << QStringList{egnmessages::withNumber(egnmessages::CheckDigitHead, "75O1011234")}
-                                 << false << int(EgnVerdict::Failed);
-        QTest::newRow("valid, unknown") << validEgn(QDate(1980, 6, 15), false) << QStringList{} << false
-                                        << int(EgnVerdict::NewPatient);
+                                 << int(EgnVerdict::Failed);
+        QTest::newRow("valid, unknown") << validEgn(QDate(1980, 6, 15), false) << QStringList{} << int(EgnVerdict::NewPatient);
         QTest::newRow("valid, stored") << validEgn(QDate(1975, 1, 1))
                                        << QStringList{QStringLiteral("Имате пациент с това ЕГН!") + QChar(13) +
                                                       QStringLiteral("Ще покажа данните.")}
-                                       << false << int(EgnVerdict::ExistingPatient);
+                                       << int(EgnVerdict::ExistingPatient);
     }
     void numberEntry()
     {
         QFETCH(QString, typed);
         QFETCH(QStringList, messages);
-        QFETCH(bool, closes);
         QFETCH(int, verdict);
         TestPractice practice;
         practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров Иванов"), Doctor);
         const auto entry = checkEnteredEgn(typed);
         QVERIFY(entry.ok());
         QCOMPARE(entry->messages, messages);
-        QCOMPARE(entry->closeCard, closes);
         QCOMPARE(int(entry->verdict), verdict);
         if (entry->verdict == EgnVerdict::ExistingPatient)
             QCOMPARE(entry->existingName, QStringLiteral("Иван Петров Иванов"));
@@ -174,6 +171,44 @@ private slots:
         const QString other = validEgn(QDate(1990, 2, 3));
         QVERIFY(saveNewCard(typedCard(QStringLiteral("А Б")), other, {Doctor, std::nullopt, {}, {}}).ok());
         QVERIFY(stored("SELECT RZOK FROM Pacients WHERE EGN = ?", {other}).isNull());
+    }
+
+    // Only dates reach DataB and DataR: a number that names no birth day leaves DataB empty with
+    // a warning at its entry, and a registration date that is no date refuses the save.
+    void datesAreStoredOnlyAsDates_data()
+    {
+        QTest::addColumn<QString>("egn");
+        QTest::addColumn<QString>("registered");
+        QTest::addColumn<QString>("dataB");
+        QTest::addColumn<QString>("dataR");
+        QTest::newRow("day 00") << withCheckDigit("750100123") << "" << "" << "";
+        QTest::newRow("month 00") << withCheckDigit("750001123") << "1.3.2026" << "" << "2026-03-01";
+        QTest::newRow("registration no date") << validEgn(QDate(1975, 1, 1)) << "вчера" << "refused" << "";
+        QTest::newRow("registration 31.02") << validEgn(QDate(1975, 1, 1)) << "31.02.2026" << "refused" << "";
+    }
+    void datesAreStoredOnlyAsDates()
+    {
+        QFETCH(QString, egn);
+        QFETCH(QString, registered);
+        QFETCH(QString, dataB);
+        QFETCH(QString, dataR);
+        TestPractice practice;
+        CardData card = typedCard(QStringLiteral("Иван Петров"));
+        card.fields.insert(QStringLiteral("DataR"), registered);
+        const auto saved = saveNewCard(card, egn, {Doctor, std::nullopt, {}, {}});
+        if (dataB == u"refused") {
+            QVERIFY(!saved.ok());
+            QVERIFY2(saved.error().startsWith(QStringLiteral("\"Дата рег.\" не е дата: ") + registered), qPrintable(saved.error()));
+            QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+            return;
+        }
+        QVERIFY2(saved.ok(), qPrintable(saved.error()));
+        QCOMPARE(stored("SELECT DataB FROM Pacients WHERE EGN = ?", {egn}).toString(), dataB);
+        QCOMPARE(stored("SELECT DataR FROM Pacients WHERE EGN = ?", {egn}).toString(), dataR);
+        store::run(store::clinicDb(), QStringLiteral("DELETE FROM Pacients"));
+        const auto anew = checkEnteredEgn(egn);
+        QCOMPARE(int(anew->verdict), int(EgnVerdict::NewPatient));
+        QVERIFY(anew->messages.value(0).startsWith(egnmessages::withNumber(egnmessages::DateHead, egn)));
     }
 
     void newCardIsRefusedWithoutGoodNumber_data()

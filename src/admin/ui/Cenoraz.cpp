@@ -3,6 +3,8 @@
 #include "shell/ui/NamedButton.h"
 
 #include "shell/Dialogs.h"
+#include "shell/UnsavedTyping.h"
+#include "shell/ui/WindowPlacement.h"
 #include "store/Sql.h"
 
 #include <QFormLayout>
@@ -15,9 +17,17 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+QPointer<Cenoraz> Cenoraz::s_open;
+
 void Cenoraz::open(QWidget *parent)
 {
+    if (s_open) {
+        bringForward(s_open);
+        return;
+    }
     Cenoraz list(parent);
+    s_open = &list;
+    keepOnScreen(&list);
     list.exec();
 }
 
@@ -94,7 +104,7 @@ QWidget *Cenoraz::buildButtons()
     for (QPushButton *push : {add, remove, update, close})
         row->addWidget(push);
     connect(update, &QPushButton::clicked, this, &Cenoraz::save);
-    connect(close, &QPushButton::clicked, this, &Cenoraz::accept);
+    connect(close, &QPushButton::clicked, this, &Cenoraz::closeStoring);
     return bar;
 }
 
@@ -169,13 +179,21 @@ void Cenoraz::rowSelected(int row)
     showRow(row);
 }
 
-// However the list is closed, a corrected name or price is stored first; one that cannot be
-// stored keeps the list open with the message.
-void Cenoraz::done(int result)
+// "Затвори" leaves the row as any move does: a corrected name or price is stored first, and one
+// that cannot be stored keeps the list open with the message.
+void Cenoraz::closeStoring()
 {
     nameLeft();
     if (commitChanges())
-        QDialog::done(result);
+        accept();
+}
+
+// Escape and the close box never store: over a correction they ask before it is given up.
+void Cenoraz::reject()
+{
+    if (rowChanged() && !dialogs().question(dropTypingQuestion(QStringLiteral("Поправката на реда не е записана."))))
+        return;
+    QDialog::reject();
 }
 
 void Cenoraz::nameLeft() { m_name->setText(TrimmedPriceName(m_name->text())); }

@@ -3,6 +3,7 @@
 #include "admin/PriceList.h"
 
 #include <QDialog>
+#include <QPointer>
 
 class QLabel;
 class QLineEdit;
@@ -15,12 +16,13 @@ class Cenoraz final : public QDialog
 {
     Q_OBJECT
 public:
-    // Shows the list modally over the main window and returns when it is closed.
+    // Shows the list modally over the main window and returns when it is closed; while it is
+    // open a second call only brings it forward.
     static void open(QWidget *parent = nullptr);
 
     explicit Cenoraz(QWidget *parent = nullptr);
 
-    void done(int result) override;
+    void reject() override;
 
 private:
     QWidget *buildForm();
@@ -32,6 +34,7 @@ private:
     void rowSelected(int row);
     void nameLeft();
     void save();
+    void closeStoring();
 
     QList<PriceRow> m_rows;
     int m_current = -1;
@@ -44,4 +47,5 @@ private:
     QLabel *m_fullName = nullptr;
     QLabel *m_record = nullptr;
     bool m_moving = false;
+    static QPointer<Cenoraz> s_open;
 };

@@ -5,6 +5,8 @@
 #include "shell/Calendar.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
+#include "shell/UnsavedTyping.h"
+#include "shell/ui/WindowPlacement.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 
@@ -17,15 +19,25 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int SlotsPerColumn = 13;
 
 } // namespace
 
+QPointer<Grafic> Grafic::s_open;
+
 void Grafic::open(QWidget *parent)
 {
+    if (s_open) {
+        bringForward(s_open);
+        return;
+    }
     Grafic diary(parent);
+    s_open = &diary;
+    keepOnScreen(&diary);
     diary.exec();
 }
 
@@ -115,7 +127,7 @@ QWidget *Grafic::buildButtons()
     // A refresh reads the pages anew and stands on the first, as at the opening; typing not saved is dropped.
     connect(refresh, &QPushButton::clicked, this, [this] { reload(0); });
     connect(update, &QPushButton::clicked, this, &Grafic::savePage);
-    connect(close, &QPushButton::clicked, this, &Grafic::accept);
+    connect(close, &QPushButton::clicked, this, &Grafic::closeStoring);
     return bar;
 }
 
@@ -162,10 +174,17 @@ DiaryPage Grafic::pageOnScreen() const
     return page;
 }
 
+bool Grafic::typedWithoutPage() const
+{
+    return m_position < 0 && std::any_of(m_slots.cbegin(), m_slots.cend(), [](const QLineEdit *box) {
+               return !box->text().isEmpty();
+           });
+}
+
 bool Grafic::pageChanged() const
 {
     if (m_position < 0)
-        return false;
+        return typedWithoutPage();
     const DiaryPage shown = pageOnScreen();
     const DiaryPage &stored = m_pages.at(m_position);
     for (int slot = 0; slot < DiarySlotCount; ++slot)
@@ -177,7 +196,7 @@ bool Grafic::pageChanged() const
 // As with any page being left: what was typed on it is stored first.
 bool Grafic::commitChanges()
 {
-    if (!pageChanged())
+    if (m_position < 0 || !pageChanged())
         return true;
     const DiaryPage page = pageOnScreen();
     if (const Outcome saved = SaveDiaryPage(store::clinicDb(), page); !saved) {
@@ -196,10 +215,13 @@ void Grafic::moveTo(int position)
     showPage();
 }
 
+// On an empty diary what was typed into the slots is the new page's; elsewhere the page shown is
+// stored before the new one comes.
 void Grafic::addPage()
 {
     if (!commitChanges())
         return;
+    const bool keepTyping = typedWithoutPage();
     const auto added = AddDiaryPage(store::clinicDb(), run().CurrentMedicCode, calendar::today());
     if (!added) {
         dialogs().information(added.error());
@@ -207,6 +229,11 @@ void Grafic::addPage()
     }
     m_pages << added.value();
     m_position = int(m_pages.size()) - 1; // the last record, which is the new page
+    if (keepTyping) {
+        m_date->setText(added->Data);
+        commitChanges();
+        return;
+    }
     showPage();
 }
 
@@ -238,18 +265,31 @@ void Grafic::deletePage()
     showPage();
 }
 
-// However the window is closed, what was typed on the page is stored first; a page that cannot
-// be stored keeps the window open with the message.
-void Grafic::done(int result)
+// "Затвори" leaves the page as any move does: what was typed is stored first, and a page that
+// cannot be stored keeps the window open with the message.
+void Grafic::closeStoring()
 {
     if (commitChanges())
-        QDialog::done(result);
+        accept();
+}
+
+// Escape and the close box never store: over typing they ask before it is given up.
+void Grafic::reject()
+{
+    if (pageChanged() && !dialogs().question(dropTypingQuestion(QStringLiteral("Има незаписани промени в графика."))))
+        return;
+    QDialog::reject();
 }
 
 void Grafic::book(int slot)
 {
-    if (!BookingActive() || m_position < 0)
+    if (!BookingActive())
         return;
+    if (m_position < 0) {
+        dialogs().information(QStringLiteral("Няма страница в графика, на която да се запише часът.") + QChar(13) +
+                              QStringLiteral("Добавете страница с \"Добави\" и изберете часа отново."));
+        return;
+    }
     const QString firstName = scheduleLink().FirstName;
     if (!dialogs().question(BookingQuestion(firstName)))
         return;

@@ -3,6 +3,7 @@
 #include "admin/Diary.h"
 
 #include <QDialog>
+#include <QPointer>
 
 class QLabel;
 class QLineEdit;
@@ -13,12 +14,13 @@ class Grafic final : public QDialog
 {
     Q_OBJECT
 public:
-    // Shows the diary modally and returns when it is closed.
+    // Shows the diary modally and returns when it is closed; while it is open a second call
+    // only brings it forward.
     static void open(QWidget *parent = nullptr);
 
     explicit Grafic(QWidget *parent = nullptr);
 
-    void done(int result) override;
+    void reject() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -32,6 +34,8 @@ private:
     void showWeekday();
     DiaryPage pageOnScreen() const;
     bool pageChanged() const;
+    bool typedWithoutPage() const;
+    void closeStoring();
     bool commitChanges();
     void moveTo(int position);
     void addPage();
@@ -44,4 +48,5 @@ private:
     QList<QLineEdit *> m_slots; // Text1 by index
     QLineEdit *m_date = nullptr;
     QLabel *m_weekday = nullptr;
+    static QPointer<Grafic> s_open;
 };

@@ -5,6 +5,8 @@
 #include "patients/ui/SeekName.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
+#include "shell/UnsavedTyping.h"
+#include "shell/ui/WindowPlacement.h"
 #include "treatment/ui/ViewHelp.h"
 
 #include <QCloseEvent>
@@ -12,6 +14,7 @@
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -134,10 +137,13 @@ public:
 
 } // namespace
 
-KartonAdd::KartonAdd(const QString &foundName, const QString &foundEgn, QWidget *parent)
+QPointer<KartonAdd> KartonAdd::s_open;
+
+KartonAdd::KartonAdd(const QString &mode, const QString &foundName, const QString &foundEgn, QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     setObjectName(QStringLiteral("KartonAdd"));
+    setMode(mode);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(buildPersonalData());
     layout->addWidget(buildMedicalData());
@@ -146,28 +152,68 @@ KartonAdd::KartonAdd(const QString &foundName, const QString &foundEgn, QWidget 
     load(foundName, foundEgn);
 }
 
+KartonAdd::KartonAdd(const QString &foundName, const QString &foundEgn, QWidget *parent)
+    : KartonAdd(run().CardMode, foundName, foundEgn, parent)
+{
+}
+
 KartonAdd::~KartonAdd() { closeHistory(); }
 
-KartonAdd *KartonAdd::openNew(QWidget *parent)
-{
-    run().CardMode = ModeNew;
-    auto *card = new KartonAdd({}, {}, parent);
-    card->setAttribute(Qt::WA_DeleteOnClose);
-    card->show();
-    return card;
-}
+KartonAdd *KartonAdd::openNew(QWidget *parent) { return open(ModeNew, {}, {}, parent); }
 
 KartonAdd *KartonAdd::openForCorrection(const QString &foundName, const QString &foundEgn, QWidget *parent)
 {
-    run().CardMode = ModeEdit;
-    auto *card = new KartonAdd(foundName, foundEgn, parent);
+    return open(ModeEdit, foundName, foundEgn, parent);
+}
+
+KartonAdd *KartonAdd::openCard() { return s_open; }
+
+KartonAdd *KartonAdd::open(const QString &mode, const QString &foundName, const QString &foundEgn, QWidget *parent)
+{
+    if (s_open && !s_open->givesWayTo(mode, foundEgn)) {
+        bringForward(s_open);
+        return nullptr;
+    }
+    auto *card = new KartonAdd(mode, foundName, foundEgn, parent);
     card->setAttribute(Qt::WA_DeleteOnClose);
+    s_open = card;
     card->show();
+    keepOnScreen(card);
     if (card->m_history) {
         card->m_history->move(card->frameGeometry().topRight());
         card->m_history->show();
+        keepOnScreen(card->m_history);
     }
     return card;
+}
+
+// The same card asked for again stays as it is; another patient's card, or a new one over a
+// correction, takes its place once the typing on it is given up.
+bool KartonAdd::givesWayTo(const QString &mode, const QString &foundEgn)
+{
+    const bool sameCard = mode == ModeNew ? m_mode == ModeNew : (m_mode != ModeNew && foundEgn == m_cardEgn);
+    if (sameCard)
+        return false;
+    if (hasUnsavedTyping() && !dialogs().question(dropTypingQuestion(QStringLiteral("Картонът има незаписани промени."))))
+        return false;
+    m_typingGivenUp = true;
+    m_replaced = true;
+    close();
+    return true;
+}
+
+void KartonAdd::setMode(const QString &mode)
+{
+    m_mode = mode;
+    run().CardMode = mode;
+}
+
+void KartonAdd::markStored() { m_stored = cardFromInputs(); }
+
+bool KartonAdd::hasUnsavedTyping() const
+{
+    const CardData shown = cardFromInputs();
+    return shown.fields != m_stored.fields || shown.chart != m_stored.chart || !m_egnEntry->text().isEmpty();
 }
 
 QLineEdit *KartonAdd::makeInput(const QString &objectName, const QString &field, int limit, const QString &style)
@@ -281,7 +327,7 @@ void KartonAdd::chainTabOrder()
 
 void KartonAdd::load(const QString &foundName, const QString &foundEgn)
 {
-    if (run().CardMode != ModeNew) {
+    if (m_mode != ModeNew) {
         m_cardName = foundName;
         m_cardEgn = foundEgn;
         setWindowTitle(QStringLiteral("Картон - Корекция"));
@@ -299,6 +345,7 @@ void KartonAdd::load(const QString &foundName, const QString &foundEgn)
     }
     m_update->setEnabled(true);
     m_close->setEnabled(false);
+    markStored();
 }
 
 void KartonAdd::showCard(const CardData &card)
@@ -327,13 +374,30 @@ bool KartonAdd::event(QEvent *event)
     return QWidget::event(event);
 }
 
+// Typing into the stored number starts an entry as a click does, so that the number can be
+// given from the keyboard alone.
+static bool startsNumberTyping(const QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto *key = static_cast<const QKeyEvent *>(event);
+    return !key->text().isEmpty() && key->text().at(0).isPrint() &&
+           !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
 bool KartonAdd::eventFilter(QObject *watched, QEvent *event)
 {
     auto *input = qobject_cast<QLineEdit *>(watched);
-    if (input == m_storedEgn && event->type() == QEvent::MouseButtonPress)
+    if (input == m_storedEgn && event->type() == QEvent::MouseButtonPress) {
         beginNumberEntry();
-    else if (input && isFocusLeaving(event) && !m_closing)
+    } else if (input == m_storedEgn && startsNumberTyping(event)) {
+        beginNumberEntry();
+        m_egnEntry->insert(static_cast<QKeyEvent *>(event)->text());
+        return true;
+    }
+    else if (input && isFocusLeaving(event) && !m_closing) {
         inputLeft(input);
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -405,7 +469,7 @@ void KartonAdd::numberEntryLeft()
     else if (checked->verdict == EgnVerdict::ExistingPatient)
         switchToStoredPatient(checked.value());
     else {
-        run().CardMode = ModeNew;
+        setMode(ModeNew);
         startNewRecord(m_card.pacientRowId != 0);
         m_chart->ResetChartBoxes();
         finishNumberEntry(checked.value());
@@ -413,23 +477,20 @@ void KartonAdd::numberEntryLeft()
     m_checkingNumber = false;
 }
 
+// The card stays open with the number as typed, so that it can be put right and nothing else
+// typed is lost.
 void KartonAdd::failedNumber(const EgnEntry &entry)
 {
-    run().CardMode = ModeFailed;
-    for (int i = 0; i < entry.messages.size(); ++i) {
-        dialogs().information(entry.messages.at(i));
-        if (i == 0 && entry.closeCard) {
-            m_egnEntry->clear();
-            close();
-        }
-    }
+    setMode(ModeFailed);
+    for (const QString &message : entry.messages)
+        dialogs().information(message);
 }
 
 void KartonAdd::switchToStoredPatient(const EgnEntry &entry)
 {
     for (const QString &message : entry.messages)
         dialogs().information(message);
-    run().CardMode = ModeEdit;
+    setMode(ModeEdit);
     setWindowTitle(QStringLiteral("Картон - Корекция"));
     m_cardName = entry.existingName;
     m_cardEgn = entry.shownEgn;
@@ -439,10 +500,14 @@ void KartonAdd::switchToStoredPatient(const EgnEntry &entry)
     else if (stored.value())
         showCard(*stored.value());
     finishNumberEntry(entry);
+    markStored();
 }
 
 void KartonAdd::finishNumberEntry(const EgnEntry &entry)
 {
+    if (entry.verdict == EgnVerdict::NewPatient)
+        for (const QString &message : entry.messages)
+            dialogs().information(message);
     m_storedEgn->show();
     m_storedEgn->setText(entry.shownEgn);
     m_inputsByField.value(QStringLiteral("Pol"))->setText(entry.sex);
@@ -467,7 +532,7 @@ void KartonAdd::startNewRecord(bool discardTyped)
 void KartonAdd::saveCard()
 {
     const CardData card = cardFromInputs();
-    if (run().CardMode == ModeNew)
+    if (m_mode == ModeNew)
         saveNewCard(card);
     else
         saveChanges(card);
@@ -486,13 +551,12 @@ void KartonAdd::saveNewCard(const CardData &card)
         dialogs().information(saved.error());
         return;
     }
-    m_card = saved.value();
     m_cardEgn = egn;
     m_cardName = m_names->text().trimmed();
     m_savedNewEgn = egn;
     m_savedNewName = m_cardName;
-    m_inputsByField.value(QStringLiteral("RZOK"))->setText(m_postRzok);
-    m_inputsByField.value(QStringLiteral("ZR"))->setText(m_postZr);
+    showCard(saved.value());
+    markStored();
     m_update->setEnabled(false);
 }
 
@@ -507,14 +571,15 @@ void KartonAdd::saveChanges(const CardData &card)
         return;
     }
     m_card = saved.value();
-    run().CardMode = ModeEdit;
+    markStored();
+    setMode(ModeEdit);
     m_update->setEnabled(false);
     m_close->setEnabled(true);
 }
 
 void KartonAdd::deleteCard()
 {
-    if (!dialogs().question(deleteQuestion(), QStringLiteral("ВНИМАНИЕ!")) || run().CardMode == ModeNew || m_card.pacientRowId == 0)
+    if (!dialogs().question(deleteQuestion(), QStringLiteral("ВНИМАНИЕ!")) || m_mode == ModeNew || m_card.pacientRowId == 0)
         return;
     // The service lines go with the patient shown, who after a number switched the card is no
     // longer the one first found by name.
@@ -527,23 +592,31 @@ void KartonAdd::deleteCard()
         dialogs().information(deleted.error());
         return;
     }
+    m_typingGivenUp = true; // the patient is gone
     closeHistory();
     close();
 }
 
 void KartonAdd::closeCard()
 {
-    if (run().CardMode == ModeNew && !m_savedNewEgn.isEmpty())
+    const bool toTreatment = m_mode == ModeNew && !m_savedNewEgn.isEmpty();
+    if (close() && toTreatment)
         emit openTreatment(m_savedNewEgn, m_savedNewName);
-    close();
 }
 
+// However the card is closed, typing that was not saved is given up only on the user's word.
+// No check runs on a closing card.
 void KartonAdd::closeEvent(QCloseEvent *event)
 {
-    // A number half typed when the card closes is dropped; no check runs on a closing card.
+    if (!m_typingGivenUp && hasUnsavedTyping() &&
+        !dialogs().question(dropTypingQuestion(QStringLiteral("Картонът има незаписани промени.")))) {
+        event->ignore();
+        return;
+    }
     m_closing = true;
-    SeekName::closeOpen();
-    if (run().CardMode != ModeNew)
+    if (!m_replaced)
+        SeekName::closeOpen();
+    if (m_mode != ModeNew)
         closeHistory();
     QWidget::closeEvent(event);
 }

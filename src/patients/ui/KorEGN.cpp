@@ -3,6 +3,7 @@
 #include "patients/EgnCorrection.h"
 #include "patients/ui/FocusLeaving.h"
 #include "shell/Dialogs.h"
+#include "shell/ui/WindowPlacement.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -41,12 +42,16 @@ KorEGN::KorEGN(QWidget *parent)
     connect(m_cancel, &QPushButton::clicked, this, &QWidget::close);
 }
 
+QPointer<KorEGN> KorEGN::s_open;
+
 KorEGN *KorEGN::open(QWidget *parent)
 {
-    auto *form = new KorEGN(parent);
-    form->setAttribute(Qt::WA_DeleteOnClose);
-    form->show();
-    return form;
+    if (!s_open) {
+        s_open = new KorEGN(parent);
+        s_open->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    bringForward(s_open);
+    return s_open;
 }
 
 bool KorEGN::eventFilter(QObject *watched, QEvent *event)

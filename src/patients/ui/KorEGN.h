@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 class QLineEdit;
@@ -12,6 +13,7 @@ class KorEGN final : public QWidget
 public:
     explicit KorEGN(QWidget *parent = nullptr);
 
+    // Shows the one correction window, made on first use.
     static KorEGN *open(QWidget *parent = nullptr);
 
 public slots:
@@ -25,4 +27,5 @@ private:
     QLineEdit *m_new;
     QPushButton *m_ok;
     QPushButton *m_cancel;
+    static QPointer<KorEGN> s_open;
 };

@@ -1,9 +1,9 @@
 #include "patients/ui/SeekName.h"
 
 #include "patients/NameSearch.h"
-#include "patients/ui/KartonAdd.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
+#include "shell/ui/WindowPlacement.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -84,9 +84,7 @@ SeekName *SeekName::openFor(int purpose, QWidget *parent)
         s_open->setAttribute(Qt::WA_DeleteOnClose);
     }
     s_open->applyCaption();
-    s_open->show();
-    s_open->raise();
-    s_open->activateWindow();
+    bringForward(s_open);
     return s_open;
 }
 
@@ -154,9 +152,10 @@ void SeekName::choose(const QString &entry)
     }
     m_foundName = choice->foundName;
     m_foundEgn = choice->foundEgn;
+    // The window the choice opens loads from the list: it is emptied then, so that a row left
+    // standing cannot open a second patient behind the first.
+    m_list->clear();
     const int purpose = run().SeekPurpose;
-    if (purpose == 1)
-        KartonAdd::openForCorrection(m_foundName, m_foundEgn);
-    else if (purpose == 2 || purpose == 3)
+    if (purpose >= 1 && purpose <= 3)
         emit patientChosen(purpose, m_foundName, m_foundEgn);
 }

@@ -9,8 +9,8 @@ class QProgressBar;
 class QPushButton;
 
 // "Търсене на пациент": finds the signed-in doctor's patients by the first word of the name
-// and hands the chosen one on, as the run-wide SeekPurpose says: 1 correction (the card),
-// 2 treatment, 3 inquiry (both through patientChosen).
+// and hands the chosen one on through patientChosen, with the run-wide SeekPurpose: 1
+// correction (the card), 2 treatment, 3 inquiry. The list is emptied by a choice.
 class SeekName final : public QWidget
 {
     Q_OBJECT

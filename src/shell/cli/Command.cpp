@@ -1,6 +1,7 @@
 #include "shell/cli/Command.h"
 
 #include "shell/cli/DemoCommand.h"
+#include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
 #include "shell/cli/ImportPostcodesCommand.h"
 
@@ -10,6 +11,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<EgnCommand>());
     commands.push_back(std::make_unique<DemoCommand>());
     commands.push_back(std::make_unique<ImportPostcodesCommand>());
+    commands.push_back(std::make_unique<DoctorCommand>());
     return commands;
 }
 

@@ -40,11 +40,16 @@ ChangePassword::ChangePassword(QWidget *parent)
     column->addLayout(form);
     column->addLayout(buttons);
 
-    const auto kept = doctors::keptCode(run().CurrentMedicName);
+    const auto kept = doctors::keptCode(signedInDoctor());
     if (kept)
         m_keptCode = kept.value();
     else
         dialogs().information(kept.error());
+}
+
+doctors::SignedInDoctor ChangePassword::signedInDoctor()
+{
+    return {run().CurrentMedicName, run().CurrentMedicCode};
 }
 
 QLineEdit *ChangePassword::addCodeField(const QString &name)
@@ -71,7 +76,8 @@ void ChangePassword::tell(const QString &message)
 
 void ChangePassword::change()
 {
-    if (!doctors::sameCode(m_keptCode, m_old->text())) {
+    // An empty old code is never right: no doctor signs in without one.
+    if (m_old->text().trimmed().isEmpty() || !doctors::sameCode(m_keptCode, m_old->text())) {
         tell(QStringLiteral("Старата парола е сгрешена, опитайте отново!"));
         return;
     }
@@ -79,7 +85,7 @@ void ChangePassword::change()
         tell(QStringLiteral("Новата парола не е потвърдена, опитайте отново!"));
         return;
     }
-    if (const auto changed = doctors::changeCode(run().CurrentMedicName, m_new->text()); !changed) {
+    if (const auto changed = doctors::changeCode(signedInDoctor(), m_new->text()); !changed) {
         dialogs().information(changed.error());
         return;
     }

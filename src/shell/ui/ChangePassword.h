@@ -1,5 +1,7 @@
 #pragma once
 
+#include "admin/Doctors.h"
+
 #include <QDialog>
 
 class QLineEdit;
@@ -18,6 +20,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    static doctors::SignedInDoctor signedInDoctor();
     QLineEdit *addCodeField(const QString &name);
     void change();
     // The form's own messages: a plain box titled "Смяна на кода за достъп".

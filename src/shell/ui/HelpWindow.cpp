@@ -1,8 +1,11 @@
 #include "shell/ui/HelpWindow.h"
 
+#include "shell/ui/NamedButton.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -14,9 +17,15 @@ HelpWindow::HelpWindow(QWidget *parent)
     m_browser = new QTextBrowser(this);
     m_browser->setObjectName(QStringLiteral("txtHelp"));
     m_browser->setOpenExternalLinks(true);
+    // A close button of its own, for a desktop whose title bar is out of reach.
+    QPushButton *close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), this);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(close);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_browser);
+    layout->addLayout(buttons);
     resize(640, 560);
 }
 

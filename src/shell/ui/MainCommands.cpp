@@ -28,12 +28,7 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuPacDen"), [this] { openSearch(2); });
     wire(QStringLiteral("mnuPacKor"), [this] { openSearch(1); });
     wire(QStringLiteral("mnuPacKorEGN"), [this] { KorEGN::open(this); });
-    wire(QStringLiteral("mnuPacReg"), [this] {
-        KartonAdd *card = KartonAdd::openNew(this);
-        connect(card, &KartonAdd::openTreatment, this, [this](const QString &egn, const QString &name) {
-            openTreatment(egn, name, QStringLiteral("New"), this);
-        });
-    });
+    wire(QStringLiteral("mnuPacReg"), [this] { followCard(KartonAdd::openNew(this)); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
     wire(QStringLiteral("mnuSlgGraf"), [this] { Grafic::open(this); });
     wire(QStringLiteral("mnuExit"), [this] { exitProgram(); });
@@ -51,9 +46,22 @@ void frmMain::openSearch(int purpose)
     SeekName *search = SeekName::openFor(purpose, this);
     disconnect(search, &SeekName::patientChosen, this, nullptr);
     connect(search, &SeekName::patientChosen, this, [this](int chosenFor, const QString &name, const QString &egn) {
-        if (chosenFor == 2)
+        if (chosenFor == 1)
+            followCard(KartonAdd::openForCorrection(name, egn, this));
+        else if (chosenFor == 2)
             openTreatment(egn, name, QStringLiteral("Edit"), this);
     });
+}
+
+void frmMain::followCard(KartonAdd *card)
+{
+    if (card)
+        connect(card, &KartonAdd::openTreatment, this, &frmMain::treatNewPatient, Qt::UniqueConnection);
+}
+
+void frmMain::treatNewPatient(const QString &egn, const QString &name)
+{
+    openTreatment(egn, name, QStringLiteral("New"), this);
 }
 
 void frmMain::wire(const QString &name, std::function<void()> command)

@@ -139,8 +139,5 @@ void Password::done(int result)
 
 void Password::readCodeNumber()
 {
-    const auto number = doctors::accessCodeNumber(m_code->text());
-    run().nIDMedic = number ? number.value() : qint16(0);
-    if (!number)
-        dialogs().information(number.error());
+    run().nIDMedic = doctors::accessCodeNumber(m_code->text());
 }

@@ -9,6 +9,7 @@
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/PlainMessage.h"
 #include "shell/ui/TimeDay.h"
+#include "shell/ui/WindowPlacement.h"
 #include "store/Scratch.h"
 #include "treatment/Minutes.h"
 
@@ -18,6 +19,7 @@
 #include <QDesktopServices>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QToolBar>
 #include <QUrl>
 
@@ -56,6 +58,7 @@ frmMain::frmMain(const QString &helpFolder, QWidget *parent)
                 Settings::defaultValue(Settings::Key::MainWidth).toInt(),
                 Settings::defaultValue(Settings::Key::MainHeight).toInt());
     setWindowTitle(caption());
+    keepOnScreen(this);
 }
 
 QAction *frmMain::action(const QString &name) const { return m_actions.value(name); }
@@ -96,6 +99,10 @@ void frmMain::recalcMinutes()
 // kept unless the window lies minimized.
 void frmMain::closeEvent(QCloseEvent *event)
 {
+    if (!closeOpenWindows()) {
+        event->ignore();
+        return;
+    }
     store::DeleteScratchFile();
     if (!isMinimized())
         saveGeometryToSettings();
@@ -131,14 +138,28 @@ void frmMain::toggleTime(bool checked)
         m_timeDay->move(geometry().right() - m_timeDay->width() - 24, geometry().top() + 72);
     }
     m_timeDay->show();
+    keepOnScreen(m_timeDay);
     m_timeDay->raise();
 }
 
 void frmMain::exitProgram()
 {
-    // The exit dialog ends the run at once: no orderly close, the scratch file stays.
-    if (dialogs().confirmExit())
+    // The exit dialog ends the run at once: no orderly close, the scratch file stays. The open
+    // windows still close one by one, so that none drops typing unasked.
+    if (dialogs().confirmExit() && closeOpenWindows())
         QCoreApplication::exit(0);
+}
+
+bool frmMain::closeOpenWindows()
+{
+    QList<QPointer<QWidget>> open;
+    for (QWidget *child : findChildren<QWidget *>())
+        if (child->isWindow() && child->isVisible())
+            open << child;
+    for (const QPointer<QWidget> &window : std::as_const(open))
+        if (window && window->isVisible() && !window->close())
+            return false;
+    return true;
 }
 
 void frmMain::changePassword()
@@ -175,9 +196,7 @@ void frmMain::showHelp(int context)
         m_help->move(geometry().topLeft() + QPoint(60, 60));
     }
     m_help->showPage(page);
-    m_help->show();
-    m_help->raise();
-    m_help->activateWindow();
+    bringForward(m_help);
 }
 
 // F1 on an open menu: the page of the item under the pointer, or else of the menu itself.

@@ -7,6 +7,7 @@
 #include <functional>
 
 class ChangePassword;
+class KartonAdd;
 class HelpWindow;
 class QToolBar;
 class TimeDay;
@@ -28,6 +29,10 @@ public:
 
     static QString caption(); // "Велмората X.Y.Z - д-р <name>"
 
+    // Closes the windows opened from this one, each by its own close(), so that each asks over
+    // its unsaved typing; false, with the rest left open, when one of them stays.
+    bool closeOpenWindows();
+
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
@@ -45,6 +50,9 @@ private:
     void wire(const QString &name, std::function<void()> command);
     // The name search for a purpose (1 correction, 2 treatment, 3 inquiry).
     void openSearch(int purpose);
+    // Wires a card that was opened so that, stored as new, it opens the treatment window.
+    void followCard(KartonAdd *card);
+    void treatNewPatient(const QString &egn, const QString &name);
 
     void toggleButtons(bool checked);
     void toggleTime(bool checked);

@@ -1,0 +1,127 @@
+#include "shell/cli/DoctorCommand.h"
+
+#include "admin/Doctors.h"
+#include "store/DataPaths.h"
+#include "store/Store.h"
+
+#include <QCommandLineParser>
+
+#include <iostream>
+#include <string>
+
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+// Keeps the terminal from echoing while a code is typed, and gives the echo back whatever happens.
+class EchoOff final
+{
+public:
+    EchoOff()
+    {
+        m_active = tcgetattr(STDIN_FILENO, &m_saved) == 0;
+        if (!m_active)
+            return;
+        termios quiet = m_saved;
+        quiet.c_lflag &= ~tcflag_t(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+    }
+    ~EchoOff()
+    {
+        if (m_active)
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_saved);
+    }
+    EchoOff(const EchoOff &) = delete;
+    EchoOff &operator=(const EchoOff &) = delete;
+
+private:
+    termios m_saved{};
+    bool m_active = false;
+};
+
+std::optional<QString> readCodeFromStandardInput(const QString &prompt)
+{
+    const bool terminal = isatty(STDIN_FILENO) == 1;
+    std::optional<EchoOff> quiet;
+    if (terminal) {
+        std::cerr << prompt.toStdString() << std::flush;
+        quiet.emplace();
+    }
+    std::string line;
+    const bool read = static_cast<bool>(std::getline(std::cin, line));
+    if (terminal)
+        std::cerr << std::endl;
+    if (!read)
+        return std::nullopt;
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return QString::fromStdString(line);
+}
+
+} // namespace
+
+DoctorCommand::DoctorCommand()
+    : DoctorCommand(readCodeFromStandardInput)
+{
+}
+
+DoctorCommand::DoctorCommand(CodeReader readCode)
+    : m_readCode(std::move(readCode))
+{
+}
+
+int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "doctor add: enters one more doctor. The access code (at least 6 characters) is asked twice\n"
+        "without echo; from a pipe or file it is read as the first two lines of standard input."));
+    parser.addHelpOption();
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
+                                     store::DataPaths::defaultFolder());
+    const QCommandLineOption names(QStringLiteral("name"), QStringLiteral("The doctor's names."), QStringLiteral("NAMES"));
+    const QCommandLineOption number(QStringLiteral("number"), QStringLiteral("The doctor's number (EGN)."),
+                                    QStringLiteral("EGN"));
+    const QCommandLineOption practice(QStringLiteral("practice"), QStringLiteral("The practice code."),
+                                      QStringLiteral("KOD"));
+    parser.addOptions({dataDir, names, number, practice});
+    parser.addPositionalArgument(QStringLiteral("add"), QStringLiteral("The one action: add a doctor."));
+    if (!parser.parse(arguments)) {
+        err << "doctor: " << parser.errorText() << Qt::endl;
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        out << parser.helpText();
+        return 0;
+    }
+    if (parser.positionalArguments() != QStringList{QStringLiteral("add")}) {
+        err << "doctor: the one action is \"add\"" << Qt::endl;
+        return 2;
+    }
+    doctors::DoctorEntry entry{parser.value(names), parser.value(number), parser.value(practice), {}};
+    const auto code = m_readCode(QStringLiteral("Код за достъп: "));
+    const auto repeated = code ? m_readCode(QStringLiteral("Повторете кода за достъп: ")) : std::nullopt;
+    entry.accessCode = code.value_or(QString());
+    // The form's checks first, in its order, so that a missing name is told before the code.
+    if (const QString failed = doctors::MedicAddCheck(entry); !failed.isEmpty()) {
+        err << "doctor: " << failed << Qt::endl;
+        return 1;
+    }
+    if (repeated != code) {
+        err << "doctor: " << QStringLiteral("Кодът за достъп не е потвърден, опитайте отново!") << Qt::endl;
+        return 1;
+    }
+    if (auto opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir))); !opened) {
+        err << "doctor: " << opened.error() << Qt::endl;
+        return 1;
+    }
+    const Outcome added = doctors::addDoctor(entry);
+    store::closeStore();
+    if (!added) {
+        err << "doctor: " << added.error() << Qt::endl;
+        return 1;
+    }
+    out << "Doctor added: " << entry.names << ", practice code " << entry.practiceCode << Qt::endl;
+    return 0;
+}
