@@ -1,4 +1,5 @@
 // The diary: slots and weekdays, pages in date order, and booking from the treatment window.
+#include "EscapeAsks.h"
 #include "TestPractice.h"
 
 #include "admin/Diary.h"
@@ -125,6 +126,45 @@ private slots:
         QTest::mouseClick(close, Qt::LeftButton);
         QVERIFY(!window.isVisible());
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Ch2 = 'Мария '")), 1);
+    }
+
+    // Escape never stores: over typing it asks, НЕ keeps the diary and ДА closes it unstored.
+    void escapeAsksAndNeverStores()
+    {
+        SignedIn signedIn;
+        TestPractice &practice = signedIn.practice;
+        addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
+        Grafic window;
+        window.show();
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->setText(QStringLiteral("Мария "));
+        QVERIFY(escapeAsksBeforeClosing(window, practice.dialogs()));
+        QVERIFY(slot5(QStringLiteral("2026-03-16")).isEmpty());
+    }
+
+    // On an empty diary what was typed before "Добави" goes onto the new page and stays through "Запиши".
+    void typingBeforeTheFirstPageIsKept()
+    {
+        SignedIn signedIn;
+        Grafic window;
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->setText(QStringLiteral("Петър "));
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdAdd")), Qt::LeftButton);
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
+        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->text(), QStringLiteral("Петър "));
+        QCOMPARE(slot5(QStringLiteral("2026-03-15")), QStringLiteral("Петър "));
+        QVERIFY(signedIn.practice.dialogs().messages.isEmpty());
+    }
+
+    // Booking from the treatment window into a diary without pages says what to do.
+    void bookingWithoutAPageSaysToAddOne()
+    {
+        SignedIn signedIn;
+        scheduleLink() = {QStringLiteral("1"), QStringLiteral("Иван ")};
+        Grafic window;
+        window.show();
+        QTest::mouseClick(window.findChild<QLineEdit *>(QStringLiteral("Text1_5")), Qt::LeftButton);
+        QCOMPARE(signedIn.practice.dialogs().messages.size(), 1);
+        QVERIFY(signedIn.practice.dialogs().messages.first().contains(QStringLiteral("Добави")));
+        QCOMPARE(signedIn.practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic")), 0);
     }
 
     void addingTwiceGivesTwoPagesOfToday()

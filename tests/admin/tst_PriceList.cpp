@@ -1,4 +1,5 @@
 // The practice's price list: the 10/15 rule on the name, and what a save stores or refuses.
+#include "EscapeAsks.h"
 #include "TestPractice.h"
 
 #include "admin/PriceList.h"
@@ -125,6 +126,21 @@ private slots:
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE TextHelp = 'Обтурация123456' "
                                                "AND KodHelp = '%1'").arg(second)),
                  1);
+    }
+
+    // Escape never stores: over a correction it asks, НЕ keeps the list and ДА closes it unstored.
+    void escapeAsksAndNeverStores()
+    {
+        TestPractice practice;
+        Cenoraz window;
+        window.show();
+        QTest::keyClick(&window, Qt::Key_Escape); // nothing typed: closes without a question
+        QVERIFY(!window.isVisible());
+        QVERIFY(practice.dialogs().questions.isEmpty());
+        window.show();
+        window.findChild<QLineEdit *>(QStringLiteral("Text1_1"))->setText(QStringLiteral("99"));
+        QVERIFY(escapeAsksBeforeClosing(window, practice.dialogs()));
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Ceny WHERE CenaHelp = 99")), 0);
     }
 };
 

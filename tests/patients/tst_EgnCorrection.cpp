@@ -74,6 +74,27 @@ private slots:
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE EGN = '" + wrong + "'"), 1);
     }
 
+    // A new number the card would refuse is refused here: the patient could not be opened under it.
+    void numberTheCardRefusesIsRefused_data()
+    {
+        QTest::addColumn<QString>("newEgn");
+        QTest::newRow("empty") << "";
+        QTest::newRow("nine digits") << "750101124";
+        QTest::newRow("bad month") << "7513011234";
+        QTest::newRow("letters") << "75O1011234";
+    }
+    void numberTheCardRefusesIsRefused()
+    {
+        QFETCH(QString, newEgn);
+        TestPractice practice;
+        const QString wrong = validEgn(QDate(1975, 1, 1));
+        practice.addPatient(wrong, QStringLiteral("Иван Петров"), Doctor);
+        const auto moved = moveEgn(wrong, newEgn);
+        QVERIFY(!moved.ok());
+        QVERIFY(moved.error().endsWith(QStringLiteral("Номерът не е сменен.")));
+        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + wrong + "'"), 1);
+    }
+
     void sameNumberRewritesInPlace()
     {
         TestPractice practice;

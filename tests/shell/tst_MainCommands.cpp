@@ -55,6 +55,7 @@ private slots:
     void registrationOpensANewCardThenTheTreatmentWindow()
     {
         m_window->action(QStringLiteral("mnuPacReg"))->trigger();
+        m_window->action(QStringLiteral("mnuPacReg"))->trigger();
         const QList<KartonAdd *> cards = openWindows<KartonAdd>();
         QCOMPARE(cards.size(), 1);
         QCOMPARE(run().CardMode, QStringLiteral("New"));
@@ -80,18 +81,24 @@ private slots:
         QVERIFY(openWindows<SeekName>().isEmpty());
     }
 
-    void correctionSearchOpensNoTreatmentWindow()
+    void correctionSearchOpensTheCardAsAChildWindow()
     {
         m_window->action(QStringLiteral("mnuPacKor"))->trigger();
         QCOMPARE(run().SeekPurpose, 1);
         const QList<SeekName *> searches = openWindows<SeekName>();
         QCOMPARE(searches.size(), 1);
-        emit searches.first()->patientChosen(3, QStringLiteral("Мария Иванова Петрова"), m_egn);
+        QCOMPARE(searches.first()->parentWidget(), m_window.get());
+        emit searches.first()->patientChosen(1, QStringLiteral("Мария Иванова Петрова"), m_egn);
         QVERIFY(openWindows<DenHelp>().isEmpty());
+        const QList<KartonAdd *> cards = openWindows<KartonAdd>();
+        QCOMPARE(cards.size(), 1);
+        QCOMPARE(cards.first()->CardEGN(), m_egn);
+        QCOMPARE(cards.first()->parentWidget(), m_window.get());
     }
 
-    void egnCorrectionOpens()
+    void egnCorrectionOpensOnce()
     {
+        m_window->action(QStringLiteral("mnuPacKorEGN"))->trigger();
         m_window->action(QStringLiteral("mnuPacKorEGN"))->trigger();
         QCOMPARE(openWindows<KorEGN>().size(), 1);
     }
