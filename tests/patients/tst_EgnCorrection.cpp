@@ -116,23 +116,6 @@ private slots:
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + wrong + "'"), 1);
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental WHERE EGN = '" + wrong + "'"), 1);
     }
-
-    void lengthWarnings_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<bool>("warns");
-        QTest::newRow("empty") << "" << true;
-        QTest::newRow("nine") << "750101124" << true;
-        QTest::newRow("ten") << "7501011245" << false;
-        QTest::newRow("ten with blanks around") << " 7501011245 " << false;
-        QTest::newRow("eleven") << "75010112450" << true;
-    }
-    void lengthWarnings()
-    {
-        QFETCH(QString, typed);
-        QFETCH(bool, warns);
-        QCOMPARE(lengthWrong(typed), warns);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestEgnCorrection)

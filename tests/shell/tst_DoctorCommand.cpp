@@ -21,7 +21,8 @@ Run addDoctor(const QString &folder, const QStringList &options, const QByteArra
 {
     QProcess process;
     process.start(qEnvironmentVariable("VELMORATA_BINARY"),
-                  QStringList{QStringLiteral("doctor"), QStringLiteral("add"), QStringLiteral("--data-dir"), folder} + options);
+                  QStringList{QStringLiteral("doctor"), QStringLiteral("add"), QStringLiteral("--data-dir"), folder} +
+                      options);
     process.write(input);
     process.closeWriteChannel();
     if (!process.waitForFinished(60000))
@@ -37,7 +38,8 @@ QStringList doctorsMatching(const QString &folder, const QString &code)
         qFatal("cannot open %s", qPrintable(folder));
     QStringList found;
     {
-        QSqlQuery rows = store::run(store::clinicDb(), QStringLiteral("SELECT Names, KodMedic, Password FROM Medic ORDER BY ID"));
+        QSqlQuery rows =
+            store::run(store::clinicDb(), QStringLiteral("SELECT Names, KodMedic, Password FROM Medic ORDER BY ID"));
         while (rows.next())
             if (accesscodes::matches(rows.value(2).toString(), code))
                 found << rows.value(0).toString() + u'/' + rows.value(1).toString();
@@ -46,15 +48,15 @@ QStringList doctorsMatching(const QString &folder, const QString &code)
     return found;
 }
 
-const QStringList Complete{QStringLiteral("--name"), QStringLiteral("Мария Петрова"), QStringLiteral("--number"),
-                           QStringLiteral("7501010000"), QStringLiteral("--practice"), QStringLiteral("2201234567")};
+const QStringList Complete{QStringLiteral("--name"),     QStringLiteral("Мария Петрова"), QStringLiteral("--number"),
+                           QStringLiteral("7501010000"), QStringLiteral("--practice"),    QStringLiteral("2201234567")};
 
 } // namespace
 
 class TestDoctorCommand final : public QObject
 {
     Q_OBJECT
-private slots:
+  private slots:
     void addsADoctor()
     {
         QTemporaryDir folder;
@@ -63,7 +65,8 @@ private slots:
         QCOMPARE(run.out.count(u'\n'), 1);
         QVERIFY(run.out.contains(QStringLiteral("Мария Петрова")));
         QVERIFY(run.err.isEmpty());
-        QCOMPARE(doctorsMatching(folder.path(), QStringLiteral("секрет1")), QStringList{QStringLiteral("Мария Петрова/2201234567")});
+        QCOMPARE(doctorsMatching(folder.path(), QStringLiteral("секрет1")),
+                 QStringList{QStringLiteral("Мария Петрова/2201234567")});
         // The same name again would hide the first doctor at sign-in.
         const Run again = addDoctor(folder.path(), Complete, "друг123\nдруг123\n");
         QCOMPARE(again.exitCode, 1);

@@ -37,12 +37,13 @@ Q_DECLARE_METATYPE(MakeWindow)
 class TestWindowSizes final : public QObject
 {
     Q_OBJECT
-private slots:
+  private slots:
     void fitsTheSmallestScreen_data()
     {
         QTest::addColumn<MakeWindow>("make");
         QTest::newRow("frmMain") << MakeWindow([] { return std::make_unique<frmMain>(QString()); });
-        QTest::newRow("KartonAdd new") << MakeWindow([] { return std::make_unique<KartonAdd>(QStringLiteral("New"), QString(), QString(), nullptr); });
+        QTest::newRow("KartonAdd new") << MakeWindow(
+            [] { return std::make_unique<KartonAdd>(QStringLiteral("New"), QString(), QString(), nullptr); });
         QTest::newRow("SeekName") << MakeWindow([] { return std::make_unique<SeekName>(); });
         QTest::newRow("KorEGN") << MakeWindow([] { return std::make_unique<KorEGN>(); });
         QTest::newRow("Cenoraz") << MakeWindow([] { return std::make_unique<Cenoraz>(); });
@@ -72,7 +73,11 @@ private slots:
         QWidget window;
         window.setGeometry(free.right() - 100, free.bottom() - 50, free.width() + 300, 400);
         keepOnScreen(&window);
-        QVERIFY2(free.contains(window.frameGeometry()), qPrintable(QStringLiteral("%1,%2 %3×%4").arg(window.x()).arg(window.y()).arg(window.width()).arg(window.height())));
+        QVERIFY2(free.contains(window.frameGeometry()), qPrintable(QStringLiteral("%1,%2 %3×%4")
+                                                                       .arg(window.x())
+                                                                       .arg(window.y())
+                                                                       .arg(window.width())
+                                                                       .arg(window.height())));
     }
 };
 

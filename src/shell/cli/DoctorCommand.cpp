@@ -17,7 +17,7 @@ namespace {
 // Keeps the terminal from echoing while a code is typed, and gives the echo back whatever happens.
 class EchoOff final
 {
-public:
+  public:
     EchoOff()
     {
         m_active = tcgetattr(STDIN_FILENO, &m_saved) == 0;
@@ -35,7 +35,7 @@ public:
     EchoOff(const EchoOff &) = delete;
     EchoOff &operator=(const EchoOff &) = delete;
 
-private:
+  private:
     termios m_saved{};
     bool m_active = false;
 };
@@ -74,13 +74,14 @@ DoctorCommand::DoctorCommand(CodeReader readCode)
 int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "doctor add: enters one more doctor. The access code (at least 6 characters) is asked twice\n"
-        "without echo; from a pipe or file it is read as the first two lines of standard input."));
+    parser.setApplicationDescription(
+        QStringLiteral("doctor add: enters one more doctor. The access code (at least 6 characters) is asked twice\n"
+                       "without echo; from a pipe or file it is read as the first two lines of standard input."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-                                     store::DataPaths::defaultFolder());
-    const QCommandLineOption names(QStringLiteral("name"), QStringLiteral("The doctor's names."), QStringLiteral("NAMES"));
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."),
+                                     QStringLiteral("DIR"), store::DataPaths::defaultFolder());
+    const QCommandLineOption names(QStringLiteral("name"), QStringLiteral("The doctor's names."),
+                                   QStringLiteral("NAMES"));
     const QCommandLineOption number(QStringLiteral("number"), QStringLiteral("The doctor's number (EGN)."),
                                     QStringLiteral("EGN"));
     const QCommandLineOption practice(QStringLiteral("practice"), QStringLiteral("The practice code."),
