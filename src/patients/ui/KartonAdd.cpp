@@ -337,7 +337,7 @@ void KartonAdd::load(const QString &foundName, const QString &foundEgn)
             dialogs().information(stored.error());
         else if (stored.value())
             showCard(*stored.value());
-        m_history = new ViewHelp(m_cardEgn);
+        m_history = new ViewHelp(m_cardEgn, this); // a window of its own that goes with the card
         m_history->setAttribute(Qt::WA_DeleteOnClose);
     } else {
         setWindowTitle(QStringLiteral("Картон - Нов"));
