@@ -41,7 +41,9 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     label->setObjectName(name);
     label->setFrameShape(QFrame::StyledPanel);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setMinimumWidth(120);
+    // A long address or note wraps instead of widening the window past a small screen.
+    label->setWordWrap(true);
+    label->setMinimumWidth(100);
     return label;
 }
 
@@ -58,8 +60,11 @@ QGroupBox *legend(QWidget *parent)
     for (const QString &text : {QStringLiteral("кариес     пулпит гангрена корен обтулация"), QStringLiteral("- - - - -"),
                                 QStringLiteral("С Р G  R  O"),
                                 QStringLiteral("липсв.зъб коронка изк.зъб парадонтоза подвижност на зъбите"),
-                                QStringLiteral("- - - - -"), QStringLiteral("E K X Pa I,II, III")})
-        lines->addWidget(new QLabel(text, box));
+                                QStringLiteral("- - - - -"), QStringLiteral("E K X Pa I,II, III")}) {
+        auto *line = new QLabel(text, box);
+        line->setWordWrap(true);
+        lines->addWidget(line);
+    }
     return box;
 }
 
