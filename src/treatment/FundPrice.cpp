@@ -20,14 +20,19 @@ FundPriceTable FundPriceTable::load(const QSqlDatabase &clinic, const QString &o
 
 Result<FundPrice> FundPriceTable::priceFor(const QString &fundKey, const QString &egn, const QDate &today) const
 {
-    const std::optional<bool> over = EgnOverEighteen(egn, today);
-    if (!over)
-        return Result<FundPrice>::failure(
-            QStringLiteral("ЕГН %1 не съдържа истинска дата на раждане и цената не може да се определи.").arg(egn));
     const auto row = m_rows.constFind(fundKey);
     if (row == m_rows.constEnd())
         return Result<FundPrice>::success({});
-    return Result<FundPrice>::success({row->minutes, *over ? row->over : row->upTo});
+    const std::optional<bool> over = EgnOverEighteen(egn, today);
+    if (over)
+        return Result<FundPrice>::success({row->minutes, *over ? row->over : row->upTo});
+    // Without a birth date only a price that is the same at every age can be given.
+    if (row->over == row->upTo)
+        return Result<FundPrice>::success({row->minutes, row->over});
+    return Result<FundPrice>::failure(
+        QStringLiteral("ЕГН %1 не съдържа истинска дата на раждане, а цената на дейност %2 зависи от възрастта."
+                       "\rПоправете ЕГН на пациента (\"Корекция ЕГН\") и запишете реда отново.")
+            .arg(egn, fundKey));
 }
 
 Result<FundPrice> fundPriceFor(const QSqlDatabase &clinic, const QString &fundKey, const QString &egn,

@@ -28,8 +28,9 @@ public:
     // Reads CenyZK, or the one row of `onlyKey` when given. Throws store::SqlError.
     static FundPriceTable load(const QSqlDatabase &clinic, const QString &onlyKey = {});
 
-    // A key with no row gives 0 minutes and price 0. A number that names no birth date cannot
-    // be priced and is a failure with a message, never a guessed price.
+    // A key with no row gives 0 minutes and price 0. For a number that names no birth date only
+    // a price that does not depend on age is given; otherwise a failure with a message, never a
+    // guessed price.
     Result<FundPrice> priceFor(const QString &fundKey, const QString &egn, const QDate &today) const;
 
 private:

@@ -99,33 +99,51 @@ Result<QList<Referral>> LoadReferrals(const QSqlDatabase &clinic, ReferralKind k
     return Result<QList<Referral>>::success(referrals);
 }
 
+namespace {
+
+// Writes the row; the text of a refusal that is not the store's (no sheet number left), or empty.
+QString writeReferral(const QSqlDatabase &clinic, const ReferralTable &table, Referral &referral, const QString &egn,
+                      const OpeningSheet &sheet, const QDate &today, const QVariant &date)
+{
+    store::Transaction transaction(clinic);
+    const auto number = TakeSheetNumber(clinic, sheet, egn, today);
+    if (!number)
+        return number.error();
+    QSqlQuery query(clinic);
+    query.prepare(referral.id == 0 ? insertStatement(table) : updateStatement(table));
+    query.addBindValue(egn);
+    query.addBindValue(number.value());
+    query.addBindValue(date);
+    for (int i = 1; i < table.columns.size(); ++i)
+        query.addBindValue(store::textOrNull(referral.values.at(i)));
+    if (referral.id != 0)
+        query.addBindValue(referral.id);
+    if (!query.exec())
+        throw store::SqlError(query.lastError().text());
+    transaction.commit();
+    if (referral.id == 0)
+        referral.id = query.lastInsertId().toLongLong();
+    referral.ListID = number.value();
+    return {};
+}
+
+} // namespace
+
 Result<Referral> SaveReferral(const QSqlDatabase &clinic, ReferralKind kind, Referral referral, const QString &egn,
-                              const QString &sheetNumber)
+                              const OpeningSheet &sheet, const QDate &today)
 {
     const ReferralTable &table = referralTable(kind);
     referral.values.resize(table.columns.size());
     const auto date = storedDate(referral.values.at(0));
     if (!date)
         return Result<Referral>::failure(date.error());
-    if (!clinic.isOpen() || !QSqlDatabase(clinic).transaction())
-        return Result<Referral>::failure(errorText(SaveTitle, clinic.lastError()));
-    QSqlQuery query(clinic);
-    query.prepare(referral.id == 0 ? insertStatement(table) : updateStatement(table));
-    query.addBindValue(egn);
-    query.addBindValue(sheetNumber);
-    query.addBindValue(date.value());
-    for (int i = 1; i < table.columns.size(); ++i)
-        query.addBindValue(store::textOrNull(referral.values.at(i)));
-    if (referral.id != 0)
-        query.addBindValue(referral.id);
-    if (!query.exec() || !QSqlDatabase(clinic).commit()) {
-        const QSqlError error = query.lastError().isValid() ? query.lastError() : clinic.lastError();
-        QSqlDatabase(clinic).rollback();
-        return Result<Referral>::failure(errorText(SaveTitle, error));
+    try {
+        const QString refused = writeReferral(clinic, table, referral, egn, sheet, today, date.value());
+        if (!refused.isEmpty())
+            return Result<Referral>::failure(SaveTitle + u'\r' + refused);
+    } catch (const store::SqlError &error) {
+        return Result<Referral>::failure(SaveTitle + u'\r' + error.message());
     }
-    if (referral.id == 0)
-        referral.id = query.lastInsertId().toLongLong();
-    referral.ListID = sheetNumber;
     if (const auto typed = dates::fromIso(date.value().toString()))
         referral.values[0] = dates::toTyped(*typed);
     return Result<Referral>::success(referral);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "store/Result.h"
+#include "treatment/SheetNumbers.h"
 
+#include <QDate>
 #include <QList>
 #include <QSqlDatabase>
 #include <QString>
@@ -40,11 +42,12 @@ struct Referral final
 // The patient's referrals of one kind, by date.
 Result<QList<Referral>> LoadReferrals(const QSqlDatabase &clinic, ReferralKind kind, const QString &egn);
 
-// Stores the row stamped with the patient's EGN and the present sheet number, in one
-// transaction; returns the row as stored. An impossible date stores nothing. The message on
-// failure begins with the title "Грешка при запис на данните!".
+// Stores the row stamped with the patient's EGN and the sheet number of the present opening,
+// taken in the same transaction when no line took it yet (`today` gives the year); returns the
+// row as stored, with the number taken in ListID. An impossible date stores nothing. The message
+// on failure begins with the title "Грешка при запис на данните!".
 Result<Referral> SaveReferral(const QSqlDatabase &clinic, ReferralKind kind, Referral referral, const QString &egn,
-                              const QString &sheetNumber);
+                              const OpeningSheet &sheet, const QDate &today);
 
 // The message on failure begins with "Грешка при изтриване на данни!".
 Outcome DeleteReferral(const QSqlDatabase &clinic, ReferralKind kind, qint64 id);

@@ -5,6 +5,7 @@
 #include "store/Sql.h"
 #include "treatment/FundPrice.h"
 #include "treatment/Minutes.h"
+#include "treatment/SheetNumbers.h"
 #include "treatment/ShortCodes.h"
 
 #include <QSqlError>
@@ -46,6 +47,7 @@ namespace {
 
 struct Expansion final
 {
+    bool matched = false;
     QString fundKey;
     QString TextHelp;
     QString Help;
@@ -58,7 +60,45 @@ Expansion expandCurrentCell(ServiceLine &line, int currentColumn)
     if (!code)
         return {};
     line.setCell(currentColumn, code->KodHelp);
-    return {code->fundKey, code->TextHelp, code->Help};
+    return {true, code->fundKey, code->TextHelp, code->Help};
+}
+
+// The row as the save would store it: the current cell expanded, priced by the patient's age.
+struct PricedLine final
+{
+    ServiceLine line;
+    Expansion expansion;
+    FundPrice price;
+};
+
+Result<PricedLine> priceLine(const QSqlDatabase &clinic, const ServiceContext &context, ServiceLine line,
+                             int currentColumn)
+{
+    const Expansion expansion = expandCurrentCell(line, currentColumn);
+    const auto price = fundPriceFor(clinic, expansion.fundKey, context.egn, context.today);
+    if (!price)
+        return Result<PricedLine>::failure(price.error() + QStringLiteral("\rУслугата не е записана."));
+    return Result<PricedLine>::success({line, expansion, price.value()});
+}
+
+bool isFundCode(const QSqlDatabase &clinic, const QString &code)
+{
+    return store::scalar(clinic, QStringLiteral("SELECT COUNT(*) FROM CenyZK WHERE Kod = ?"), {code}).toInt() > 0;
+}
+
+// Why the row would not be paid: the code the line would carry, and what stands in the way.
+QString unpaidReason(const QSqlDatabase &clinic, const PricedLine &priced, int currentColumn)
+{
+    const QString code = priced.line.KodHelp.trimmed();
+    if (priced.expansion.matched)
+        return QStringLiteral("РЗОК не заплаща дейност %1 за този пациент: цената е 0.00.").arg(code);
+    if (currentColumn != KodHelpColumn && matchShortCode(code))
+        return QStringLiteral("Краткият код \"%1\" не е разгърнат: курсорът не стои в колоната \"Код дейн.\".")
+            .arg(code);
+    const QString what = isFundCode(clinic, code)
+        ? QStringLiteral("\"%1\" е код на РЗОК, а не кратък код").arg(code)
+        : QStringLiteral("\"%1\" не е нито кратък код, нито код на РЗОК").arg(code);
+    return what + QStringLiteral(": редът ще се запише без диагноза, с цена 0.00 и 0 мин.");
 }
 
 Result<QDate> serviceDate(const QString &typed)
@@ -71,6 +111,8 @@ Result<QDate> serviceDate(const QString &typed)
                                           .arg(typed.trimmed()));
     return Result<QDate>::success(*date);
 }
+
+constexpr int ListIdValue = 8; // where storedValues() puts ListID
 
 QVariantList storedValues(const ServiceLine &line, const QDate &date, const ServiceContext &context,
                           const FundPrice &price)
@@ -89,9 +131,17 @@ QVariantList storedValues(const ServiceLine &line, const QDate &date, const Serv
             int(price.minutes)};
 }
 
-void writeLine(const QSqlDatabase &clinic, ServiceLine &line, const QVariantList &values)
+// The sheet number is decided inside the transaction of the line that stores it. A number that
+// cannot be given is the one failure that is no SqlError: its text comes back, nothing written.
+QString writeLine(const QSqlDatabase &clinic, const ServiceContext &context, ServiceLine &line, QVariantList values)
 {
     store::Transaction transaction(clinic);
+    const auto sheet = TakeSheetNumber(clinic, {context.medicCode, context.sheetNumber, context.sheetNumberTaken},
+                                       context.egn, context.today);
+    if (!sheet)
+        return sheet.error();
+    line.ListID = sheet.value();
+    values[ListIdValue] = line.ListID;
     QSqlQuery query(clinic);
     if (line.id == 0) {
         query.prepare(QStringLiteral("INSERT INTO Help (EGN, Vid, Data, Help, KodZab, TextHelp, KodHelp, ZK, ListID, "
@@ -111,6 +161,7 @@ void writeLine(const QSqlDatabase &clinic, ServiceLine &line, const QVariantList
     if (line.id == 0)
         line.id = query.lastInsertId().toLongLong();
     transaction.commit();
+    return {};
 }
 
 qint16 lowered(qint16 minutesLeft, qint16 minutes)
@@ -136,30 +187,49 @@ void recountMinutes(const QSqlDatabase &clinic, const ServiceContext &context, S
 Result<SavedService> SaveServiceLine(const QSqlDatabase &clinic, const ServiceContext &context, ServiceLine line,
                                      int currentColumn)
 {
-    const Expansion expansion = expandCurrentCell(line, currentColumn);
     const auto date = serviceDate(line.Data);
     if (!date)
         return Result<SavedService>::failure(date.error());
-    const auto price = fundPriceFor(clinic, expansion.fundKey, context.egn, context.today);
-    if (!price)
-        return Result<SavedService>::failure(price.error() + QStringLiteral("\rУслугата не е записана."));
-
-    line.Help = expansion.Help;
-    line.TextHelp = expansion.TextHelp;
+    const auto priced = priceLine(clinic, context, line, currentColumn);
+    if (!priced)
+        return Result<SavedService>::failure(priced.error());
+    line = priced->line;
+    line.Help = priced->expansion.Help;
+    line.TextHelp = priced->expansion.TextHelp;
     line.ZK = line.printMark.value_or(true);
     line.printMark.reset();
-    line.ListID = context.sheetNumber;
     line.Data = dates::toTyped(date.value());
     try {
-        writeLine(clinic, line, storedValues(line, date.value(), context, price.value()));
+        const QString refused = writeLine(clinic, context, line, storedValues(line, date.value(), context, priced->price));
+        if (!refused.isEmpty())
+            return Result<SavedService>::failure(refused + QStringLiteral("\rУслугата не е записана."));
     } catch (const store::SqlError &error) {
         // The store refused the change the grid tried to make: the screen's own words, then why.
         return Result<SavedService>::failure(QStringLiteral("Не можете да променяте записа!\rУслугата не е записана: ")
                                              + error.message());
     }
-    SavedService saved{line, price->storedPrice(), price->minutes, 0, 0, {}};
+    SavedService saved{line, priced->price.storedPrice(), priced->price.minutes, 0, 0, {}};
     recountMinutes(clinic, context, saved);
     return Result<SavedService>::success(saved);
+}
+
+Result<QString> UnpaidLineQuestion(const QSqlDatabase &clinic, const ServiceContext &context, const ServiceLine &line,
+                                   int currentColumn)
+{
+    // A row the save would refuse anyway is refused before anything is asked.
+    if (const auto date = serviceDate(line.Data); !date)
+        return Result<QString>::failure(date.error());
+    const auto priced = priceLine(clinic, context, line, currentColumn);
+    if (!priced)
+        return Result<QString>::failure(priced.error());
+    if (priced->price.storedPrice() != 0)
+        return Result<QString>::success({});
+    try {
+        return Result<QString>::success(unpaidReason(clinic, priced.value(), currentColumn) + QChar(13)
+                                        + QStringLiteral("Да запиша ли реда така?"));
+    } catch (const store::SqlError &error) {
+        return Result<QString>::failure(QStringLiteral("Кодът на услугата не може да се провери: ") + error.message());
+    }
 }
 
 Result<QList<ServiceLine>> LoadServiceLines(const QSqlDatabase &clinic, const QString &egn)

@@ -31,16 +31,19 @@ struct ServiceLine final
 
 inline constexpr int ServiceColumnCount = 8;
 inline constexpr int DateColumn = 1;
+inline constexpr int KodHelpColumn = 5;
 inline constexpr int ZkColumn = 6;
 
 // Who and what a save belongs to: the patient on the screen, the signed-in doctor, the sheet of
-// this opening of the treatment window, and the day whose age rule prices the line.
+// this opening of the treatment window, and the day whose age rule prices the line. A sheet
+// number not yet taken is only what the window expects: the save decides it in its transaction.
 struct ServiceContext final
 {
     QString egn;
     QString medicCode;
     QString sheetNumber;
     QDate today;
+    bool sheetNumberTaken = true;
 };
 
 struct SavedService final
@@ -58,8 +61,17 @@ struct SavedService final
 // (empty when the text is no short code); minutes and price from CenyZK by the patient's age
 // on `today`; EGN, KodMedic, ListID and ZK from the context. One transaction; on failure
 // nothing is written and the message says why. Sets MinutesLeft as the day's count orders.
+// The stored line carries the sheet number actually taken.
 Result<SavedService> SaveServiceLine(const QSqlDatabase &clinic, const ServiceContext &context, ServiceLine line,
                                      int currentColumn);
+
+// The question to ask before the save when the fund would not pay the row as it would be
+// stored (price 0): the current cell holds no short code (a fund code, an unknown code, or the
+// caret stands in another cell than the code), or the short code's price is 0 for this patient.
+// An empty text when the row is priced; a failure with the save's message for a row the save
+// would refuse (no date, a number that cannot be priced).
+Result<QString> UnpaidLineQuestion(const QSqlDatabase &clinic, const ServiceContext &context, const ServiceLine &line,
+                                   int currentColumn);
 
 // The patient's lines in the order of the grid: by date, then activity code.
 Result<QList<ServiceLine>> LoadServiceLines(const QSqlDatabase &clinic, const QString &egn);

@@ -43,26 +43,59 @@ std::optional<qint64> walkDown(const QSqlDatabase &clinic, const QString &medicC
 
 } // namespace
 
+namespace {
+
+constexpr int LargestSheetNumber = std::numeric_limits<qint16>::max();
+
+QString noNextNumber(qint64 largest, int year)
+{
+    return QStringLiteral("Последният амбулаторен лист на лекаря за %1 г. е с номер %2, а най-големият възможен "
+                          "номер е %3: нов лист не може да се започне.\rПоправете номерата на листовете "
+                          "(№ амб.лист) на лекаря за годината.")
+        .arg(year)
+        .arg(largest)
+        .arg(sheetNumberText(LargestSheetNumber));
+}
+
+qint64 largestOfYear(const QSqlDatabase &clinic, const QString &medicCode, int year)
+{
+    // The head of the ordered walk nearly always holds a clean number; the whole year is read
+    // only when it does not.
+    const std::optional<qint64> head = walkDown(clinic, medicCode, year, 64);
+    return head ? *head : *walkDown(clinic, medicCode, year, 0);
+}
+
+Result<QString> nextAfter(qint64 largest, int year)
+{
+    if (largest >= LargestSheetNumber)
+        return Result<QString>::failure(noNextNumber(largest, year));
+    return Result<QString>::success(sheetNumberText(int(largest + 1)));
+}
+
+bool heldByAnotherPatient(const QSqlDatabase &clinic, const OpeningSheet &sheet, const QString &egn, int year)
+{
+    return store::scalar(clinic,
+                         QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodMedic = ? AND ListID = ? AND EGN <> ? "
+                                        "AND Data BETWEEN ? AND ?"),
+                         {sheet.medicCode, sheet.number, egn, dates::toIso(QDate(year, 1, 1)),
+                          dates::toIso(QDate(year, 12, 31))})
+               .toInt()
+        > 0;
+}
+
+} // namespace
+
 Result<int> LastSheetNumber(const QSqlDatabase &clinic, const QString &medicCode, const QDate &today)
 {
-    const int year = today.year();
     qint64 largest = 0;
     try {
-        // The head of the ordered walk nearly always holds a clean number; the whole year is read
-        // only when it does not.
-        const std::optional<qint64> head = walkDown(clinic, medicCode, year, 64);
-        largest = head ? *head : *walkDown(clinic, medicCode, year, 0);
+        largest = largestOfYear(clinic, medicCode, today.year());
     } catch (const store::SqlError &error) {
         return Result<int>::failure(QStringLiteral("Номерът на амбулаторния лист не може да се определи: ")
                                     + error.message());
     }
-    if (largest > std::numeric_limits<qint16>::max())
-        return Result<int>::failure(
-            QStringLiteral("Номерът на амбулаторния лист %1 за %2 г. е по-голям от %3 и следващ номер не може да се даде."
-                           "\rПоправете номерата на листовете (№ амб.лист) на лекаря за годината.")
-                .arg(largest)
-                .arg(year)
-                .arg(std::numeric_limits<qint16>::max()));
+    if (largest > LargestSheetNumber)
+        return Result<int>::failure(noNextNumber(largest, today.year()));
     return Result<int>::success(int(largest));
 }
 
@@ -71,7 +104,15 @@ Result<QString> SheetNumber(const QSqlDatabase &clinic, const QString &medicCode
     const auto last = LastSheetNumber(clinic, medicCode, today);
     if (!last)
         return Result<QString>::failure(last.error());
-    return Result<QString>::success(sheetNumberText(last.value() + 1));
+    return nextAfter(last.value(), today.year());
+}
+
+Result<QString> TakeSheetNumber(const QSqlDatabase &clinic, const OpeningSheet &sheet, const QString &egn,
+                                const QDate &today)
+{
+    if (sheet.taken && !heldByAnotherPatient(clinic, sheet, egn, today.year()))
+        return Result<QString>::success(sheet.number);
+    return nextAfter(largestOfYear(clinic, sheet.medicCode, today.year()), today.year());
 }
 
 QString sheetNumberText(int number) { return QStringLiteral("%1").arg(number, 6, 10, QChar(u'0')); }

@@ -52,10 +52,7 @@ private slots:
         QTest::addColumn<QDate>("born");
         QTest::addColumn<QString>("serviceDate");
         QTest::addColumn<double>("price");
-        // 301: CenaNad 21.13 past the 18th birthday, CenaDo 25.13 up to and including it.
-        QTest::newRow("turns 18 today: still CenaDo") << QDate(2008, 3, 15) << "15.03.2026" << 25.13;
-        QTest::newRow("turned 18 yesterday: CenaNad") << QDate(2008, 3, 14) << "15.03.2026" << 21.13;
-        QTest::newRow("turns 18 tomorrow") << QDate(2008, 3, 16) << "15.03.2026" << 25.13;
+        // 301: CenaNad 21.13 past the 18th birthday, CenaDo 25.13 up to it (the boundary: tst_FundPrice).
         QTest::newRow("adult, old service date: today's age counts") << QDate(2000, 1, 1) << "01.01.2010" << 21.13;
         QTest::newRow("child, later service date: today's age counts") << QDate(2008, 3, 15) << "20.03.2026" << 25.13;
     }
@@ -180,8 +177,7 @@ private slots:
         QTest::newRow("blank date") << adult << "   " << "няма дата";
         QTest::newRow("31 February") << adult << "31.02.2026" << "31.02.2026";
         QTest::newRow("not a date") << adult << "вчера" << "вчера";
-        QTest::newRow("number names no birth date") << "8000001234" << "15.03.2026" << "не е записана";
-        QTest::newRow("number of day 00") << "8005001234" << "15.03.2026" << "цената не може";
+        QTest::newRow("number names no birth date, price by age") << "8000001234" << "15.03.2026" << "Корекция ЕГН";
     }
     void refusedRowsWriteNothing()
     {
@@ -210,6 +206,51 @@ private slots:
         QVERIFY(!refused.ok());
         QVERIFY2(refused.error().startsWith(QStringLiteral("Не можете да променяте записа!\r")), qPrintable(refused.error()));
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help")), 0);
+    }
+
+    void unpaidLineQuestion_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QDate>("born");
+        QTest::addColumn<QString>("questionPart"); // empty: no question
+        const QDate adult(1980, 5, 5);
+        QTest::newRow("short code, paid") << "30" << 5 << adult << "";
+        QTest::newRow("101 without a birth date is paid alike") << "1" << 5 << QDate() << "";
+        QTest::newRow("short code the fund pays 0 for an adult") << "33" << 5 << adult << "РЗОК не заплаща дейност 333";
+        QTest::newRow("fund code typed as it is") << "301" << 5 << adult << "\"301\" е код на РЗОК";
+        QTest::newRow("unknown code") << "10-1" << 5 << adult << "нито кратък код, нито код на РЗОК";
+        QTest::newRow("Enter in the date cell over a short code") << "1" << 1 << adult << "не е разгърнат";
+    }
+    void unpaidLineQuestion()
+    {
+        QFETCH(QString, code);
+        QFETCH(int, column);
+        QFETCH(QDate, born);
+        QFETCH(QString, questionPart);
+        TestPractice practice(Today);
+        const QString egn = born.isValid() ? validEgn(born) : QStringLiteral("8000001234");
+        const ServiceContext context{egn, Doctor, QStringLiteral("000001"), Today};
+        const auto question = UnpaidLineQuestion(store::clinicDb(), context, typedLine(code), column);
+        QVERIFY2(question.ok(), qPrintable(question.error()));
+        QCOMPARE(question->isEmpty(), questionPart.isEmpty());
+        QVERIFY2(question->contains(questionPart), qPrintable(question.value()));
+    }
+
+    // Two patients whose lines are stored in turn on sheets not taken yet get two numbers, the
+    // second decided at its save although both expected the same.
+    void sheetTakenAtTheSave()
+    {
+        TestPractice practice(Today);
+        const ServiceContext first{validEgn(QDate(1980, 5, 5)), Doctor, QStringLiteral("000001"), Today, false};
+        ServiceContext second = first;
+        second.egn = validEgn(QDate(1990, 5, 5));
+        const auto a = SaveServiceLine(store::clinicDb(), first, typedLine(QStringLiteral("30")), 5);
+        const auto b = SaveServiceLine(store::clinicDb(), second, typedLine(QStringLiteral("30")), 5);
+        QVERIFY(a.ok() && b.ok());
+        QCOMPARE(storedRow(a->line.id).value(2).toString(), QStringLiteral("000001"));
+        QCOMPARE(storedRow(b->line.id).value(2).toString(), QStringLiteral("000002"));
+        QCOMPARE(b->line.ListID, QStringLiteral("000002"));
     }
 
     void linesInGridOrder()

@@ -8,11 +8,13 @@
 #include "shell/Captions.h"
 #include "shell/Dialogs.h"
 #include "shell/RunState.h"
+#include "shell/UnsavedTyping.h"
 #include "store/Sql.h"
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/SheetNumbers.h"
 #include "treatment/ui/ChartView.h"
+#include "treatment/ui/OnScreen.h"
 #include "treatment/ui/PathWay.h"
 #include "treatment/ui/ServiceGrid.h"
 
@@ -39,12 +41,17 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     label->setObjectName(name);
     label->setFrameShape(QFrame::StyledPanel);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setMinimumWidth(120);
+    // A long address or note wraps instead of widening the window past a small screen.
+    label->setWordWrap(true);
+    label->setMinimumWidth(100);
     return label;
 }
 
-const QString UnsavedRowQuestion = QStringLiteral("Има незаписан ред на услуга.") + QChar(13)
-                                 + QStringLiteral("Да затворя ли прозореца без него?");
+const QString UnsavedRow = QStringLiteral("Има незаписан ред на услуга.");
+const QString UnsavedReferral = QStringLiteral("Има незаписано направление.");
+
+// The one treatment window of the run.
+QPointer<DenHelp> openWindow;
 
 QGroupBox *legend(QWidget *parent)
 {
@@ -53,8 +60,11 @@ QGroupBox *legend(QWidget *parent)
     for (const QString &text : {QStringLiteral("кариес     пулпит гангрена корен обтулация"), QStringLiteral("- - - - -"),
                                 QStringLiteral("С Р G  R  O"),
                                 QStringLiteral("липсв.зъб коронка изк.зъб парадонтоза подвижност на зъбите"),
-                                QStringLiteral("- - - - -"), QStringLiteral("E K X Pa I,II, III")})
-        lines->addWidget(new QLabel(text, box));
+                                QStringLiteral("- - - - -"), QStringLiteral("E K X Pa I,II, III")}) {
+        auto *line = new QLabel(text, box);
+        line->setWordWrap(true);
+        lines->addWidget(line);
+    }
     return box;
 }
 
@@ -62,21 +72,26 @@ QGroupBox *legend(QWidget *parent)
 
 DenHelp *DenHelp::open(const QString &egn, const QString &name, const QString &openMode, QWidget *parent)
 {
-    auto *window = new DenHelp(egn, name, openMode, parent);
-    if (!window->load()) {
+    if (DenHelp *window = openWindow) {
+        if (window->m_currentEgn != egn && window->mayDropTyping())
+            window->load(egn, name, openMode);
+        window->bringForward();
+        return window;
+    }
+    auto *window = new DenHelp(parent);
+    if (!window->load(egn, name, openMode)) {
         delete window;
         return nullptr;
     }
+    openWindow = window;
     window->show();
+    keepOnScreen(window);
     window->m_grid->setFocus();
     return window;
 }
 
-DenHelp::DenHelp(const QString &egn, const QString &name, const QString &openMode, QWidget *parent)
+DenHelp::DenHelp(QWidget *parent)
     : QDialog(parent, Qt::Window)
-    , m_patientEgn(egn)
-    , m_patientName(name.trimmed())
-    , m_openMode(openMode)
 {
     setObjectName(QStringLiteral("DenHelp"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -84,7 +99,14 @@ DenHelp::DenHelp(const QString &egn, const QString &name, const QString &openMod
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(buildPatientFrame());
     layout->addWidget(buildServiceFrame(), 1);
-    resize(1100, 780);
+    resize(1180, 720);
+}
+
+void DenHelp::bringForward()
+{
+    showNormal();
+    raise();
+    activateWindow();
 }
 
 QWidget *DenHelp::buildPatientFrame()
@@ -189,34 +211,37 @@ QWidget *DenHelp::buildButtons()
     return bar;
 }
 
-bool DenHelp::load()
+bool DenHelp::load(const QString &egn, const QString &name, const QString &openMode)
 {
     const QSqlDatabase clinic = store::clinicDb();
-    m_currentEgn = m_patientEgn;
-    m_firstName = ::FirstName(m_patientName);
-    scheduleLink().FirstName = m_firstName;
-    showHeader();
-    // A patient with no Dental row keeps an empty chart.
-    if (const auto chart = LoadChart(clinic, m_currentEgn); chart && chart.value())
-        m_chart->setPicture(BuildChartPicture(*chart.value()));
-    const auto lines = LoadServiceLines(clinic, m_currentEgn);
+    // What can refuse the patient comes first, so that a refusal leaves the window as it was.
+    const auto lines = LoadServiceLines(clinic, egn);
     if (!lines) {
         dialogs().information(lines.error());
         return false;
     }
+    const auto sheet = ::SheetNumber(clinic, run().CurrentMedicCode, calendar::today());
+    if (!sheet) {
+        dialogs().information(sheet.error());
+        return false;
+    }
+    delete m_referrals; // the referrals of the patient before, their typing given up already
+    m_patientEgn = egn;
+    m_patientName = name.trimmed();
+    m_openMode = openMode;
+    m_currentEgn = egn;
+    m_firstName = ::FirstName(m_patientName);
+    m_sheet = {run().CurrentMedicCode, sheet.value(), false};
+    scheduleLink().FirstName = m_firstName;
+    showHeader();
+    showChart();
     m_model->setLines(lines.value());
     m_model->setNewRowDate(calendar::today());
     showMinutes(run().MinutesLeft);
     m_update->setEnabled(false);
     m_delete->setEnabled(false);
     m_close->setDefault(true);
-    const auto sheet = ::SheetNumber(clinic, run().CurrentMedicCode, calendar::today());
-    if (!sheet) {
-        dialogs().information(sheet.error());
-        return false;
-    }
-    m_sheetNumber = sheet.value();
-    m_grid->setCurrentIndex(m_model->index(m_model->rowCount() - 1, 5));
+    m_grid->setCurrentIndex(m_model->index(m_model->rowCount() - 1, KodHelpColumn));
     currentRowChanged();
     return true;
 }
@@ -228,14 +253,38 @@ void DenHelp::showHeader()
         dialogs().information(header.error());
         return;
     }
-    if (!header->found)
-        return;
     m_patientRecord->setText(recordCaption(0));
-    setWindowTitle(header->caption);
+    setWindowTitle(header->found ? header->caption : QStringLiteral("Картон"));
     m_address->setText(header->address);
     m_telephone->setText(header->telephone);
     for (int i = 0; i < NoteFields.size(); ++i)
         m_notes[i]->setText(header->fields.value(NoteFields[i]).toString());
+}
+
+// A patient with no Dental row keeps an empty chart; a chart that cannot be read is said so.
+void DenHelp::showChart()
+{
+    const auto chart = LoadChart(store::clinicDb(), m_currentEgn);
+    if (!chart)
+        dialogs().information(QStringLiteral("Зъбният статус на пациента не може да се покаже.") + QChar(13)
+                              + chart.error());
+    m_chart->setPicture(chart && chart.value() ? BuildChartPicture(*chart.value()) : ChartPicture{});
+}
+
+QString DenHelp::unsavedTyping() const
+{
+    QStringList what;
+    if (m_model->hasUnsavedRow())
+        what << UnsavedRow;
+    if (m_referrals && m_referrals->hasUnsavedTyping())
+        what << UnsavedReferral;
+    return what.join(QChar(13));
+}
+
+bool DenHelp::mayDropTyping()
+{
+    const QString what = unsavedTyping();
+    return what.isEmpty() || dialogs().question(dropTypingQuestion(what));
 }
 
 void DenHelp::showMinutes(int minutes) { m_minutes->setText(QStringLiteral("Остават: %1 мин.").arg(minutes)); }
@@ -254,12 +303,17 @@ void DenHelp::saveCurrentRow()
     // Only a row being typed or corrected is written; Enter on a stored row changes nothing.
     if (!current.isValid() || !m_model->isEditing(current.row()))
         return;
-    const ServiceContext context{m_currentEgn, run().CurrentMedicCode, m_sheetNumber, calendar::today()};
-    const auto saved = SaveServiceLine(store::clinicDb(), context, m_model->line(current.row()), current.column());
+    const ServiceContext context{m_currentEgn, run().CurrentMedicCode, m_sheet.number, calendar::today(), m_sheet.taken};
+    const ServiceLine typed = m_model->line(current.row());
+    if (!unpaidLineConfirmed(context, typed, current.column()))
+        return;
+    const auto saved = SaveServiceLine(store::clinicDb(), context, typed, current.column());
     if (!saved) {
         dialogs().information(saved.error());
         return;
     }
+    m_sheet.number = saved->line.ListID;
+    m_sheet.taken = true;
     m_model->storeLine(current.row(), saved->line);
     showMinutes(saved->labelMinutes);
     m_update->setEnabled(false);
@@ -267,6 +321,17 @@ void DenHelp::saveCurrentRow()
     currentRowChanged();
     if (!saved->minutesWarning.isEmpty())
         dialogs().information(saved->minutesWarning);
+}
+
+// A line the fund will not pay is stored only when the doctor says so; НЕ leaves the row typed.
+bool DenHelp::unpaidLineConfirmed(const ServiceContext &context, const ServiceLine &line, int column)
+{
+    const auto question = UnpaidLineQuestion(store::clinicDb(), context, line, column);
+    if (!question) {
+        dialogs().information(question.error());
+        return false;
+    }
+    return question->isEmpty() || dialogs().question(question.value());
 }
 
 void DenHelp::editCurrentRow()
@@ -312,19 +377,39 @@ void DenHelp::openSchedule()
 void DenHelp::openReferrals()
 {
     if (!m_referrals)
-        m_referrals = PathWay::open(m_currentEgn, m_sheetNumber, this);
+        m_referrals = PathWay::open(m_currentEgn, &m_sheet, this);
     m_referrals->show();
     m_referrals->raise();
     m_referrals->activateWindow();
 }
 
+void DenHelp::reject()
+{
+    if (!m_model->hasUnsavedRow() || !dialogs().question(dropTypingQuestion(UnsavedRow)))
+        return;
+    const auto lines = LoadServiceLines(store::clinicDb(), m_currentEgn);
+    if (!lines) {
+        dialogs().information(lines.error());
+        return;
+    }
+    const int row = m_grid->currentIndex().row();
+    m_model->setLines(lines.value());
+    m_grid->setCurrentIndex(m_model->index(std::min(row, m_model->rowCount() - 1), KodHelpColumn));
+    m_update->setEnabled(false);
+    m_close->setDefault(true);
+    currentRowChanged();
+}
+
 void DenHelp::closeEvent(QCloseEvent *event)
 {
-    // A typed row is stored only by Enter or "Запиши" on its code cell; closing would lose it unseen.
-    if (m_model->hasUnsavedRow() && !dialogs().question(UnsavedRowQuestion)) {
+    if (!mayDropTyping()) {
         event->ignore();
         return;
     }
+    delete m_referrals; // its typing was given up with the question
+    if (openWindow == this)
+        openWindow = nullptr; // deleted only later; the next call opens a new window
     emit closed(m_openMode);
-    QDialog::closeEvent(event);
+    // Not QDialog::closeEvent: that would run reject(), which is Escape's here.
+    event->accept();
 }

@@ -1,9 +1,12 @@
 #include "treatment/ui/PathWay.h"
 
+#include "shell/Calendar.h"
 #include "shell/Dialogs.h"
+#include "shell/UnsavedTyping.h"
 #include "store/Sql.h"
 #include "treatment/ui/ReferralGrid.h"
 
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -11,17 +14,17 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-PathWay *PathWay::open(const QString &currentEgn, const QString &sheetNumber, QWidget *parent)
+PathWay *PathWay::open(const QString &currentEgn, OpeningSheet *sheet, QWidget *parent)
 {
-    auto *window = new PathWay(currentEgn, sheetNumber, parent);
+    auto *window = new PathWay(currentEgn, sheet, parent);
     window->show();
     return window;
 }
 
-PathWay::PathWay(const QString &currentEgn, const QString &sheetNumber, QWidget *parent)
+PathWay::PathWay(const QString &currentEgn, OpeningSheet *sheet, QWidget *parent)
     : QDialog(parent, Qt::Window)
     , m_egn(currentEgn)
-    , m_sheetNumber(sheetNumber)
+    , m_sheet(sheet)
 {
     setObjectName(QStringLiteral("PathWay"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -102,12 +105,14 @@ void PathWay::save(int which)
     const auto referral = grid.model->referral(row);
     if (!referral)
         return; // the empty new row: there is nothing to store
-    const auto saved = SaveReferral(store::clinicDb(), grid.model->kind(), *referral, m_egn, m_sheetNumber);
+    const auto saved = SaveReferral(store::clinicDb(), grid.model->kind(), *referral, m_egn, *m_sheet, calendar::today());
     if (!saved) {
         dialogs().information(saved.error());
         return;
     }
-    reload(grid);
+    m_sheet->number = saved->ListID;
+    m_sheet->taken = true;
+    grid.model->storeReferral(row, saved.value());
     enableButtons(which, false);
 }
 
@@ -122,10 +127,27 @@ void PathWay::remove(int which)
             return;
         }
     }
-    reload(grid);
+    grid.model->removeReferral(row);
     // The next row takes the place of the deleted one; past the end, the last row.
     const int stored = grid.model->rowCount() - 1;
     const int next = stored == 0 ? 0 : std::min(row, stored - 1);
     grid.view->setCurrentIndex(grid.model->index(next, 0));
     enableButtons(which, false);
+}
+
+bool PathWay::hasUnsavedTyping() const
+{
+    return std::any_of(m_grids.begin(), m_grids.end(), [](const Grid &grid) { return grid.model->hasUnsavedTyping(); });
+}
+
+void PathWay::reject() { close(); }
+
+void PathWay::closeEvent(QCloseEvent *event)
+{
+    if (hasUnsavedTyping() && !dialogs().question(dropTypingQuestion(QStringLiteral("Има незаписано направление.")))) {
+        event->ignore();
+        return;
+    }
+    // Not QDialog::closeEvent: it would run reject(), which closes.
+    event->accept();
 }

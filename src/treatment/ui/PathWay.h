@@ -9,12 +9,23 @@ class QTableView;
 class ReferralGridModel;
 
 // "Издадени направления": the referrals issued to the patient of the treatment window, three
-// kinds in three grids. A save stamps the row with the patient and the window's present sheet.
+// kinds in three grids. A save stamps the row with the patient and the treatment window's sheet,
+// taking its number when no line took it yet. Rows typed and not saved survive the save or
+// delete of another row; closing over them asks first.
 class PathWay final : public QDialog
 {
     Q_OBJECT
 public:
-    static PathWay *open(const QString &currentEgn, const QString &sheetNumber, QWidget *parent = nullptr);
+    // `sheet` is the treatment window's, which owns the referrals window and outlives it.
+    static PathWay *open(const QString &currentEgn, OpeningSheet *sheet, QWidget *parent);
+
+    bool hasUnsavedTyping() const;
+
+public slots:
+    void reject() override; // Escape closes, asking as the close box does
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     struct Grid
@@ -25,7 +36,7 @@ private:
         QPushButton *remove;
     };
 
-    PathWay(const QString &currentEgn, const QString &sheetNumber, QWidget *parent);
+    PathWay(const QString &currentEgn, OpeningSheet *sheet, QWidget *parent);
     QWidget *buildGrid(ReferralKind kind, const QString &name, const QString &suffix);
     void reload(Grid &grid);
     void focusGrid(int which);
@@ -34,6 +45,6 @@ private:
     void enableButtons(int which, bool enabled);
 
     QString m_egn;
-    QString m_sheetNumber;
+    OpeningSheet *m_sheet;
     QList<Grid> m_grids;
 };

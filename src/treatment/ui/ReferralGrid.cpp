@@ -10,6 +10,7 @@ void ReferralGridModel::setReferrals(const QList<Referral> &referrals)
 {
     beginResetModel();
     m_referrals = referrals;
+    m_typed = QList<bool>(referrals.size(), false);
     m_new = {};
     m_newBegun = false;
     endResetModel();
@@ -40,6 +41,8 @@ bool ReferralGridModel::setData(const QModelIndex &index, const QVariant &value,
     Referral &target = isNewRow(index.row()) ? m_new : m_referrals[index.row()];
     if (isNewRow(index.row()))
         m_newBegun = true;
+    else
+        m_typed[index.row()] = true;
     target.values.resize(columnCount());
     target.values[index.column()] = value.toString();
     emit dataChanged(index, index);
@@ -67,4 +70,36 @@ std::optional<Referral> ReferralGridModel::referral(int row) const
     if (isNewRow(row))
         return m_newBegun ? std::optional<Referral>(m_new) : std::nullopt;
     return m_referrals.at(row);
+}
+
+void ReferralGridModel::storeReferral(int row, const Referral &saved)
+{
+    if (isNewRow(row)) {
+        beginInsertRows({}, row, row);
+        m_referrals << saved;
+        m_typed << false;
+        m_new = {};
+        m_newBegun = false;
+        endInsertRows();
+    } else if (row >= 0 && row < m_referrals.size()) {
+        m_referrals[row] = saved;
+        m_typed[row] = false;
+    }
+    emit dataChanged(index(row, 0), index(row + 1, columnCount() - 1));
+}
+
+void ReferralGridModel::removeReferral(int row)
+{
+    if (isNewRow(row)) {
+        m_new = {};
+        m_newBegun = false;
+        emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+        return;
+    }
+    if (row < 0 || row >= m_referrals.size())
+        return;
+    beginRemoveRows({}, row, row);
+    m_referrals.removeAt(row);
+    m_typed.removeAt(row);
+    endRemoveRows();
 }

@@ -22,10 +22,17 @@ public:
     bool isNewRow(int row) const { return row == m_referrals.size(); }
     // The row as it stands, or nullopt for a new row nobody has typed into.
     std::optional<Referral> referral(int row) const;
+    // Rows typed into (the new row, or changes to stored rows) and not saved.
+    bool hasUnsavedTyping() const { return m_newBegun || m_typed.contains(true); }
+    // The row after its save: stored, typing done; a saved new row is followed by a fresh one.
+    void storeReferral(int row, const Referral &saved);
+    // Takes a deleted row out of the grid; the other rows keep what was typed into them.
+    void removeReferral(int row);
 
 private:
     ReferralKind m_kind;
     QList<Referral> m_referrals;
+    QList<bool> m_typed; // by stored row
     Referral m_new;
     bool m_newBegun = false;
 };

@@ -5,6 +5,7 @@
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/ServiceColumns.h"
+#include "treatment/ui/OnScreen.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -99,4 +100,11 @@ ViewHelp *ViewHelp::open(const QString &egn, QWidget *parent)
 
 int ViewHelp::rowCount() const { return m_model->rowCount(); }
 
-void ViewHelp::showPosition(int row) { m_caption->setText(row < 0 ? QString() : recordCaption(row)); }
+// With no lines the position is -1, and the caption reads "Запис №: 0".
+void ViewHelp::showPosition(int row) { m_caption->setText(recordCaption(row)); }
+
+void ViewHelp::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    keepOnScreen(this);
+}

@@ -19,6 +19,10 @@ public:
 
     int rowCount() const;
 
+protected:
+    // Placed beside the card, it is moved in where the card stands near the screen's edge.
+    void showEvent(QShowEvent *event) override;
+
 private:
     void showPosition(int row);
 
