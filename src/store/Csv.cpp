@@ -28,13 +28,15 @@ QString csvLineMessage(const QString &source, int line, const QString &what)
     return QStringLiteral("Файл %1, ред %2: %3").arg(source).arg(line).arg(what);
 }
 
-int CsvTable::column(const QString &name) const
+int columnOf(const QStringList &header, const QString &name)
 {
     for (int i = 0; i < header.size(); ++i)
         if (header.at(i).trimmed().compare(name, Qt::CaseInsensitive) == 0)
             return i;
     return -1;
 }
+
+int CsvTable::column(const QString &name) const { return columnOf(header, name); }
 
 CsvReader::CsvReader(QIODevice &device, QString sourceName)
     : m_device(device)
@@ -53,13 +55,7 @@ CsvReader::CsvReader(QIODevice &device, QString sourceName)
     decode(raw, m_header);
 }
 
-int CsvReader::column(const QString &name) const
-{
-    for (int i = 0; i < m_header.size(); ++i)
-        if (m_header.at(i).trimmed().compare(name, Qt::CaseInsensitive) == 0)
-            return i;
-    return -1;
-}
+int CsvReader::column(const QString &name) const { return columnOf(m_header, name); }
 
 bool CsvReader::next(QStringList &fields, int &line)
 {

@@ -11,6 +11,9 @@ class QIODevice;
 
 namespace store {
 
+// The position of a header name, case-insensitive and blanks around it not counting; -1 if absent.
+int columnOf(const QStringList &header, const QString &name);
+
 // A table read from a CSV file: the header names and the rows, each as long as the header.
 struct CsvTable final
 {
