@@ -1,17 +1,19 @@
 #include "maintenance/DemoPractice.h"
 
 #include "admin/AccessCodes.h"
+#include "admin/Doctors.h"
 #include "maintenance/DemoPeople.h"
+#include "maintenance/DemoRows.h"
+#include "maintenance/DemoServices.h"
 #include "patients/EgnRules.h"
 #include "patients/ToothMap.h"
 #include "store/Dates.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 #include "store/Store.h"
-#include "treatment/FundPrice.h"
-#include "treatment/ShortCodes.h"
+#include "treatment/PatientHeader.h"
 
-#include <QSqlError>
+#include <QSet>
 
 #include <algorithm>
 
@@ -24,42 +26,11 @@ struct PostPlace
     QString PKod, Tawn, Obsh, Obl, ZK, ZdRn;
 };
 
-struct DemoPatient
+// A patient in memory, kept small: a practice may have two million.
+struct PatientRow
 {
-    Person person;
-    int doctor;
-    QDate registered;
-};
-
-struct Visit
-{
-    QDate date;
-    int patient;
-    bool exam;
-};
-
-// A prepared INSERT into the named columns, run once per row.
-class Inserter final
-{
-public:
-    Inserter(const QSqlDatabase &db, const QString &table, const QStringList &columns)
-        : m_query(db)
-    {
-        const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
-        if (!m_query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, columns.join(u','), marks)))
-            throw store::SqlError(m_query.lastError().text());
-    }
-
-    void add(const QVariantList &values)
-    {
-        for (int i = 0; i < values.size(); ++i)
-            m_query.bindValue(i, values.at(i));
-        if (!m_query.exec())
-            throw store::SqlError(m_query.lastError().text());
-    }
-
-private:
-    QSqlQuery m_query;
+    DemoPatient patient;
+    QString firstName; // with its closing blank, as the diary holds it
 };
 
 QString digits(QRandomGenerator &random, int count)
@@ -68,13 +39,6 @@ QString digits(QRandomGenerator &random, int count)
     for (int i = 0; i < count; ++i)
         text += QChar(u'0' + random.bounded(10));
     return text;
-}
-
-QDate workingDayOnOrBefore(QDate date)
-{
-    while (date.dayOfWeek() > 5)
-        date = date.addDays(-1);
-    return date;
 }
 
 QDate randomDay(QRandomGenerator &random, const QDate &from, const QDate &to)
@@ -94,21 +58,33 @@ public:
     {
     }
 
-    DemoSummary build()
+    Result<DemoSummary> build()
     {
         loadPlaces();
-        m_prices = FundPriceTable::load(m_db);
         store::Transaction transaction(m_db);
+        // Inside the transaction, so that a second run cannot slip in between the look and the writes.
+        if (holdsPeople())
+            return Result<DemoSummary>::failure(
+                QStringLiteral("Папката %1 вече съдържа лекари или пациенти; изберете празна папка.").arg(m_options.folder));
         addDoctors();
         addPatients();
-        addServices();
+        QList<DemoPatient> patients;
+        patients.reserve(m_patients.size());
+        for (const PatientRow &row : m_patients)
+            patients << row.patient;
+        m_summary.serviceLines = addDemoServices(m_db, m_random, m_options, m_summary.doctors, patients);
         addDiary();
         transaction.commit();
         m_summary.patients = int(m_patients.size());
-        return m_summary;
+        return Result<DemoSummary>::success(m_summary);
     }
 
 private:
+    bool holdsPeople() const
+    {
+        return store::scalar(m_db, QStringLiteral("SELECT (SELECT COUNT(*) FROM Medic) + (SELECT COUNT(*) FROM Pacients)")).toInt() > 0;
+    }
+
     void loadPlaces()
     {
         QSqlQuery rows = store::run(store::dataDb(), QStringLiteral("SELECT PKod, Tawn, Obsh, Obl, ZK, ZdRn FROM PostCode ORDER BY ID"));
@@ -120,26 +96,35 @@ private:
                                   QStringLiteral("София-град"), QStringLiteral("22"), QStringLiteral("01")};
     }
 
+    // Names are the sign-in key and practice codes tell doctors apart: both are unique.
     void addDoctors()
     {
-        Inserter medic(m_db, QStringLiteral("Medic"), {QStringLiteral("Names"), QStringLiteral("EGN"),
+        DemoRows medic(m_db, QStringLiteral("Medic"), {QStringLiteral("Names"), QStringLiteral("EGN"),
                                                        QStringLiteral("KodMedic"), QStringLiteral("Password")});
-        for (int i = 0; i < m_options.doctors; ++i) {
+        QSet<QString> taken;
+        while (m_summary.doctors.size() < m_options.doctors) {
             const Person person = demopeople::makePerson(m_random, randomDay(m_random, QDate(1960, 1, 1), QDate(1995, 12, 31)));
-            DemoDoctor doctor{person.names, QStringLiteral("22") + digits(m_random, 8),
-                              QString::number(1000 + m_random.bounded(9000))};
+            const DemoDoctor doctor{person.names, QStringLiteral("22") + digits(m_random, 8),
+                                    digits(m_random, doctors::MinimumAccessCodeLength)};
+            if (taken.contains(doctor.name) || taken.contains(doctor.code))
+                continue;
+            const QString fault = doctors::MedicAddCheck({doctor.name, person.egn, doctor.code, doctor.accessCode});
+            if (!fault.isEmpty())
+                throw store::SqlError(fault);
+            taken << doctor.name << doctor.code;
             medic.add({doctor.name, person.egn, doctor.code, accesscodes::hashForStorage(doctor.accessCode)});
             m_summary.doctors << doctor;
         }
     }
 
-    Person uniquePerson()
+    Person uniquePerson(QDate &born)
     {
+        const QDate lastBirth = std::min(QDate(2009, 12, 31), m_options.today);
         for (;;) {
-            const QDate born = randomDay(m_random, QDate(1930, 1, 1), QDate(2009, 12, 31));
+            born = randomDay(m_random, QDate(1930, 1, 1), lastBirth);
             Person person = demopeople::makePerson(m_random, born);
-            if (!m_usedNumbers.contains(person.egn)) {
-                m_usedNumbers.insert(person.egn);
+            if (!m_usedNumbers.contains(person.egn.toLongLong())) {
+                m_usedNumbers.insert(person.egn.toLongLong());
                 return person;
             }
         }
@@ -147,143 +132,71 @@ private:
 
     void addPatients()
     {
-        QStringList columns{QStringLiteral("EGN"), QStringLiteral("Names"), QStringLiteral("DataB"),
-                            QStringLiteral("DataR"), QStringLiteral("Pol"), QStringLiteral("Country"),
-                            QStringLiteral("RZOK"), QStringLiteral("ZR"), QStringLiteral("PKod"),
-                            QStringLiteral("Tawn"), QStringLiteral("Obsh"), QStringLiteral("Obl"),
-                            QStringLiteral("UL"), QStringLiteral("MTel"), QStringLiteral("ZBook"),
-                            QStringLiteral("LKod"), QStringLiteral("IDName")};
-        Inserter pacients(m_db, QStringLiteral("Pacients"), columns);
-        Inserter dental(m_db, QStringLiteral("Dental"), QStringList{QStringLiteral("EGN")} + store::chartFieldNames());
+        const QStringList columns{QStringLiteral("EGN"), QStringLiteral("Names"), QStringLiteral("DataB"),
+                                  QStringLiteral("DataR"), QStringLiteral("Pol"), QStringLiteral("Country"),
+                                  QStringLiteral("RZOK"), QStringLiteral("ZR"), QStringLiteral("PKod"),
+                                  QStringLiteral("Tawn"), QStringLiteral("Obsh"), QStringLiteral("Obl"),
+                                  QStringLiteral("UL"), QStringLiteral("MTel"), QStringLiteral("ZBook"),
+                                  QStringLiteral("LKod")};
+        DemoRows pacients(m_db, QStringLiteral("Pacients"), columns);
+        DemoRows dental(m_db, QStringLiteral("Dental"), QStringList{QStringLiteral("EGN")} + store::chartFieldNames());
+        m_patients.reserve(m_options.patients);
         for (int i = 0; i < m_options.patients; ++i) {
-            DemoPatient patient{uniquePerson(), m_random.bounded(std::max(1, m_options.doctors)),
-                                randomDay(m_random, m_first, m_options.today)};
+            QDate born;
+            const Person person = uniquePerson(born);
+            const DemoPatient patient{person.egn, born, randomDay(m_random, std::max(m_first, born), m_options.today),
+                                      m_random.bounded(m_options.doctors)};
             const PostPlace &place = m_places.at(m_random.bounded(int(m_places.size())));
             const QString street = QStringLiteral("ул. %1 №%2").arg(demopeople::streetName(m_random)).arg(1 + m_random.bounded(120));
-            pacients.add({patient.person.egn, patient.person.names,
-                          dates::toIso(*EgnBirthDate(patient.person.egn)), dates::toIso(patient.registered),
-                          patient.person.male ? QStringLiteral("М") : QStringLiteral("Ж"), QStringLiteral("BG"),
-                          place.ZK, place.ZdRn, place.PKod, place.Tawn, place.Obsh, place.Obl, street,
+            pacients.add({person.egn, person.names, dates::toIso(born), dates::toIso(patient.registered),
+                          person.male ? QStringLiteral("М") : QStringLiteral("Ж"), QStringLiteral("BG"), place.ZK,
+                          place.ZdRn, place.PKod, place.Tawn, place.Obsh, place.Obl, street,
                           QStringLiteral("08") + digits(m_random, 8), digits(m_random, 8),
-                          m_summary.doctors.value(patient.doctor).code, i + 1});
-            dental.add(chartRow(patient.person.egn));
-            m_patients << patient;
+                          m_summary.doctors.at(patient.doctor).code});
+            dental.add(chartRow(person.egn, born.addYears(12) > m_options.today));
+            m_patients << PatientRow{patient, FirstName(person.names)};
         }
     }
 
-    QVariantList chartRow(const QString &egn)
+    // A child's places with a box hold milk teeth ("*" or a caries); an older patient has
+    // findings on permanent teeth only.
+    QVariantList chartRow(const QString &egn, bool child)
     {
         static const QStringList findings{QStringLiteral("C"), QStringLiteral("O"), QStringLiteral("O"),
                                           QStringLiteral("E"), QStringLiteral("K"), QStringLiteral("X"),
                                           QStringLiteral("R"), QStringLiteral("P"), QStringLiteral("G"),
                                           QStringLiteral("Pa")};
         QVariantList row{egn};
-        for (int field = 1; field <= toothmap::FieldCount; ++field) {
-            const bool milk = toothmap::position(field).milk;
-            if (!milk && m_random.bounded(4) == 0)
-                row << findings.at(m_random.bounded(int(findings.size())));
-            else
-                row << QVariant(QMetaType(QMetaType::QString));
+        for (const toothmap::Position &position : toothmap::positions()) {
+            QVariant value(QMetaType(QMetaType::QString));
+            if (child && position.milk)
+                value = m_random.bounded(6) == 0 ? QStringLiteral("C") : QStringLiteral("*");
+            else if (!child && !position.milk && m_random.bounded(4) == 0)
+                value = findings.at(m_random.bounded(int(findings.size())));
+            row << value;
         }
         return row;
     }
 
-    QList<Visit> planVisits()
-    {
-        QList<Visit> visits;
-        for (int p = 0; p < m_patients.size(); ++p) {
-            const int count = m_random.bounded(3 * m_options.years + 1);
-            QList<QDate> days;
-            for (int v = 0; v < count; ++v)
-                days << workingDayOnOrBefore(randomDay(m_random, m_patients[p].registered, m_options.today));
-            std::sort(days.begin(), days.end());
-            int examYear = 0;
-            for (const QDate &day : days) {
-                visits << Visit{day, p, day.year() != examYear};
-                examYear = day.year();
-            }
-        }
-        std::stable_sort(visits.begin(), visits.end(), [](const Visit &a, const Visit &b) { return a.date < b.date; });
-        return visits;
-    }
-
-    const ShortCode &treatmentCode()
-    {
-        // Fillings are the daily bread; root canals and extractions come less often.
-        static const QStringList weighted = QStringLiteral(
-            "31-2 31-2 31-2 31 31 31-3 31-4 30-2 30 30-1 31-1 31-1 32 33 32-1 33-1 58 58-1 58-2 59 59-1 59-2 1-3")
-                                                .split(u' ');
-        return *matchShortCode(weighted.at(m_random.bounded(int(weighted.size()))));
-    }
-
-    void addServices()
-    {
-        Inserter help(m_db, QStringLiteral("Help"),
-                      {QStringLiteral("EGN"), QStringLiteral("Data"), QStringLiteral("Help"), QStringLiteral("KodZab"),
-                       QStringLiteral("TextHelp"), QStringLiteral("KodHelp"), QStringLiteral("ZK"),
-                       QStringLiteral("ListID"), QStringLiteral("KodMedic"), QStringLiteral("Cena"),
-                       QStringLiteral("Times"), QStringLiteral("Schet")});
-        QHash<QPair<int, int>, int> sheets; // (doctor, year) -> last sheet number
-        for (const Visit &visit : planVisits()) {
-            const DemoPatient &patient = m_patients.at(visit.patient);
-            const QString listId = QStringLiteral("%1").arg(++sheets[{patient.doctor, visit.date.year()}], 6, 10, QChar(u'0'));
-            QList<const ShortCode *> codes;
-            if (visit.exam)
-                codes << matchShortCode(QStringLiteral("1"));
-            for (int n = 1 + m_random.bounded(3); n > 0; --n)
-                codes << &treatmentCode();
-            for (const ShortCode *code : codes)
-                addLine(help, patient, visit.date, *code, listId);
-            addReferrals(patient, visit.date, listId);
-        }
-    }
-
-    void addLine(Inserter &help, const DemoPatient &patient, const QDate &date, const ShortCode &code,
-                 const QString &listId)
-    {
-        const auto price = m_prices.priceFor(code.fundKey, patient.person.egn, date);
-        const FundPrice priced = price.ok() ? price.value() : FundPrice{};
-        const bool thisMonth = date.year() == m_options.today.year() && date.month() == m_options.today.month();
-        const QString tooth = code.KodHelp == u"101" || code.KodHelp == u"103"
-            ? QString()
-            : QString::number(toothmap::toothOf(21 + m_random.bounded(32)));
-        help.add({patient.person.egn, dates::toIso(date), code.Help, store::textOrNull(tooth),
-                  store::textOrNull(code.TextHelp), code.KodHelp, thisMonth ? 1 : 0, listId,
-                  m_summary.doctors.value(patient.doctor).code, priced.storedPrice(), int(priced.minutes), 0});
-        ++m_summary.serviceLines;
-    }
-
-    void addReferrals(const DemoPatient &patient, const QDate &date, const QString &listId)
-    {
-        const int roll = m_random.bounded(100);
-        const QString egn = patient.person.egn;
-        if (roll < 3)
-            run(QStringLiteral("INSERT INTO Path (EGN, ListID, Data, Nomer, SIMP, BCD) VALUES (?,?,?,?,?,?)"),
-                {egn, listId, dates::toIso(date), digits(m_random, 6), QStringLiteral("64"), QStringLiteral("1")});
-        else if (roll < 5)
-            run(QStringLiteral("INSERT INTO Invest (EGN, ListID, Data, Nomer, Kod1, Kod2) VALUES (?,?,?,?,?,?)"),
-                {egn, listId, dates::toIso(date), digits(m_random, 6), QStringLiteral("10.11"), QVariant()});
-        else if (roll < 7)
-            run(QStringLiteral("INSERT INTO Spec (EGN, ListID, Data, SISP1, SISP2) VALUES (?,?,?,?,?)"),
-                {egn, listId, dates::toIso(date), QStringLiteral("62"), QVariant()});
-    }
-
-    void run(const QString &sql, std::initializer_list<QVariant> values) { store::run(m_db, sql, values); }
-
+    // Two weeks back and forward, a third of the slots booked with the first names of the
+    // doctor's own patients, as the booking writes them.
     void addDiary()
     {
         const QStringList slotNames = store::diarySlotNames();
-        Inserter grafic(m_db, QStringLiteral("Grafic"), QStringList{QStringLiteral("KodMedic"), QStringLiteral("Data")} + slotNames);
-        if (m_patients.isEmpty())
-            return;
-        for (const DemoDoctor &doctor : m_summary.doctors) {
+        DemoRows grafic(m_db, QStringLiteral("Grafic"), QStringList{QStringLiteral("KodMedic"), QStringLiteral("Data")} + slotNames);
+        QList<QList<int>> patientsOf(m_options.doctors);
+        for (int p = 0; p < m_patients.size(); ++p)
+            patientsOf[m_patients.at(p).patient.doctor] << p;
+        for (int d = 0; d < m_options.doctors; ++d) {
+            if (patientsOf.at(d).isEmpty())
+                continue;
             for (QDate day = m_options.today.addDays(-14); day <= m_options.today.addDays(14); day = day.addDays(1)) {
                 if (day.dayOfWeek() > 5)
                     continue;
-                QVariantList row{doctor.code, dates::toIso(day)};
+                QVariantList row{m_summary.doctors.at(d).code, dates::toIso(day)};
                 for (int slot = 0; slot < slotNames.size(); ++slot)
                     row << (m_random.bounded(10) < 3
-                                ? QVariant(m_patients.at(m_random.bounded(int(m_patients.size()))).person.firstName)
+                                ? QVariant(m_patients.at(patientsOf[d].at(m_random.bounded(int(patientsOf[d].size())))).firstName)
                                 : QVariant(QMetaType(QMetaType::QString)));
                 grafic.add(row);
             }
@@ -295,24 +208,40 @@ private:
     QSqlDatabase m_db;
     QDate m_first;
     QList<PostPlace> m_places;
-    QList<DemoPatient> m_patients;
-    QSet<QString> m_usedNumbers;
-    FundPriceTable m_prices;
+    QList<PatientRow> m_patients;
+    QSet<qint64> m_usedNumbers;
     DemoSummary m_summary;
 };
 
+QString outOfBounds(const char *option, qint64 value, qint64 lowest, qint64 highest)
+{
+    if (value >= lowest && value <= highest)
+        return {};
+    return QStringLiteral("%1 трябва да е цяло число от %2 до %3.").arg(QLatin1String(option)).arg(lowest).arg(highest);
+}
+
 } // namespace
+
+QString demoOptionsFault(const DemoOptions &options)
+{
+    for (const QString &fault : {outOfBounds("--doctors", options.doctors, 1, DemoOptions::MaxDoctors),
+                                 outOfBounds("--patients", options.patients, 0, DemoOptions::MaxPatients),
+                                 outOfBounds("--years", options.years, 1, DemoOptions::MaxYears)})
+        if (!fault.isEmpty())
+            return fault;
+    if (!options.today.isValid() || options.today.year() < DemoOptions::FirstYear || options.today.year() > DemoOptions::LastYear)
+        return QStringLiteral("--today трябва да е дата от годините %1 до %2.").arg(DemoOptions::FirstYear).arg(DemoOptions::LastYear);
+    return {};
+}
 
 Result<DemoSummary> generateDemoPractice(const DemoOptions &options)
 {
+    if (const QString fault = demoOptionsFault(options); !fault.isEmpty())
+        return Result<DemoSummary>::failure(fault);
     if (auto opened = store::openStore(store::DataPaths::inFolder(options.folder)); !opened)
         return Result<DemoSummary>::failure(opened.error());
     try {
-        const int people = store::scalar(store::clinicDb(), QStringLiteral("SELECT (SELECT COUNT(*) FROM Medic) + (SELECT COUNT(*) FROM Pacients)")).toInt();
-        if (people > 0)
-            return Result<DemoSummary>::failure(
-                QStringLiteral("Папката %1 вече съдържа лекари или пациенти; изберете празна папка.").arg(options.folder));
-        return Result<DemoSummary>::success(DemoBuilder(options).build());
+        return DemoBuilder(options).build();
     } catch (const store::SqlError &error) {
         return Result<DemoSummary>::failure(error.message());
     }

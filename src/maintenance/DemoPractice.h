@@ -12,6 +12,15 @@
 // "today" give the same practice.
 struct DemoOptions final
 {
+    // The bounds of each option: a practice of thirty years is long, of two million patients
+    // large; anything beyond would only fill a disk. Births run from 1930 to 2009, which the
+    // personal number's rules take, so "today" lies in 2000..2099.
+    static constexpr int MaxDoctors = 100;
+    static constexpr int MaxPatients = 2000000;
+    static constexpr int MaxYears = 30;
+    static constexpr int FirstYear = 2000;
+    static constexpr int LastYear = 2099;
+
     QString folder;
     int doctors = 2;
     int patients = 300;
@@ -34,6 +43,13 @@ struct DemoSummary final
     qint64 serviceLines = 0;
 };
 
-// Fills the folder's store (creating it). Refuses a folder that already holds doctors or
-// patients, so that no real practice is mixed with invented people.
+// The first option out of its bounds, as a message; empty when all are good.
+QString demoOptionsFault(const DemoOptions &options);
+
+// Fills the folder's store (creating it). Refuses options out of bounds, and a folder that
+// already holds doctors or patients, so that no real practice is mixed with invented people;
+// that check runs inside the transaction that writes the practice. Every doctor's days stay
+// within the minutes of a working day: visits that find a doctor's days full are left out, so
+// that too few doctors for the patients give fewer visits, never a sheet number beyond the
+// doctor's series.
 Result<DemoSummary> generateDemoPractice(const DemoOptions &options);

@@ -3,6 +3,7 @@
 #include "store/Schema.h"
 #include "store/Sql.h"
 
+#include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -53,32 +54,47 @@ void createRazhNorm(const QSqlDatabase &data, const CsvTable &norms)
 
 } // namespace
 
-void insertCsvRows(const QSqlDatabase &db, const QString &table, const CsvTable &csv, const QString &source)
+CsvRowInserter::CsvRowInserter(const QSqlDatabase &db, const QString &table, const QStringList &header,
+                               const QString &source, bool idIsLine)
+    : m_insert(db)
+    , m_source(source)
+    , m_idIsLine(idIsLine)
 {
     const QHash<QString, bool> numeric = numericColumns(db, table);
-    QStringList names;
-    for (const QString &name : csv.header) {
+    for (const QString &name : header) {
         if (!numeric.contains(name.trimmed().toLower()))
             throw SqlError(QStringLiteral("Файл %1: таблицата %2 няма поле %3.").arg(source, table, name));
-        names << name.trimmed();
+        m_names << name.trimmed();
+        m_numeric << numeric.value(name.trimmed().toLower());
     }
-    QSqlQuery insert(db);
-    const QString marks = QStringList(QList<QString>(names.size(), QStringLiteral("?"))).join(u',');
-    if (!insert.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, names.join(u','), marks)))
-        throw SqlError(insert.lastError().text());
-    for (int r = 0; r < csv.rows.size(); ++r) {
-        for (int c = 0; c < names.size(); ++c) {
-            bool good = true;
-            insert.bindValue(c, fieldValue(csv.rows[r][c], numeric.value(names[c].toLower()), &good));
-            if (!good)
-                throw SqlError(QStringLiteral("Файл %1, ред %2: \"%3\" не е число.")
-                                   .arg(source)
-                                   .arg(csv.lineNumbers[r])
-                                   .arg(csv.rows[r][c]));
-        }
-        if (!insert.exec())
-            throw SqlError(QStringLiteral("Файл %1, ред %2: %3").arg(source).arg(csv.lineNumbers[r]).arg(insert.lastError().text()));
+    QStringList columns = m_names;
+    if (idIsLine)
+        columns.prepend(QStringLiteral("ID"));
+    const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
+    if (!m_insert.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, columns.join(u','), marks)))
+        throw SqlError(m_insert.lastError().text());
+}
+
+void CsvRowInserter::add(const QStringList &fields, int line)
+{
+    const int first = m_idIsLine ? 1 : 0;
+    if (m_idIsLine)
+        m_insert.bindValue(0, line);
+    for (int c = 0; c < m_names.size(); ++c) {
+        bool good = true;
+        m_insert.bindValue(first + c, fieldValue(fields.at(c), m_numeric.at(c), &good));
+        if (!good)
+            throw SqlError(csvLineMessage(m_source, line, QStringLiteral("\"%1\" не е число.").arg(fields.at(c))));
     }
+    if (!m_insert.exec())
+        throw SqlError(csvLineMessage(m_source, line, m_insert.lastError().text()));
+}
+
+void insertCsvRows(const QSqlDatabase &db, const QString &table, const CsvTable &csv, const QString &source)
+{
+    CsvRowInserter insert(db, table, csv.header, source);
+    for (int r = 0; r < csv.rows.size(); ++r)
+        insert.add(csv.rows.at(r), csv.lineNumbers.at(r));
 }
 
 void loadClinicReferenceData(const QSqlDatabase &clinic)
@@ -96,40 +112,83 @@ void loadDataReferenceData(const QSqlDatabase &data)
     insertCsvRows(data, QStringLiteral("RazhNorm"), norms, QStringLiteral("RazhNorm.csv"));
 }
 
+namespace {
+
+// The columns of PostCode, in the order of the table, as positions in the file's header.
+Result<QList<int>> postCodeColumns(const CsvReader &reader, const QStringList &wanted, const QString &csvPath)
+{
+    QList<int> columns;
+    for (const QString &name : wanted) {
+        const int column = reader.column(name);
+        if (column < 0)
+            return Result<QList<int>>::failure(QStringLiteral("Файл %1: липсва колона %2.").arg(csvPath, name));
+        columns << column;
+    }
+    return Result<QList<int>>::success(columns);
+}
+
+// Replaces the rows of PostCode by the file's, within the caller's transaction. Each row's ID
+// is the line it came from, so that a repeated code can name the line of its first appearance
+// without holding the codes in memory. Gives the number of rows, or the file's first fault.
+Result<int> replacePostCodes(const QSqlDatabase &data, CsvReader &reader, const QString &csvPath)
+{
+    const QStringList wanted = findTable(referenceTables(), QStringLiteral("PostCode"))->columnNames();
+    const auto columns = postCodeColumns(reader, wanted, csvPath);
+    if (!columns)
+        return Result<int>::failure(columns.error());
+    run(data, QStringLiteral("DELETE FROM PostCode"));
+    CsvRowInserter insert(data, QStringLiteral("PostCode"), wanted, csvPath, true);
+    QSqlQuery firstLine(data);
+    if (!firstLine.prepare(QStringLiteral("SELECT ID FROM PostCode WHERE PKod = ?")))
+        throw SqlError(firstLine.lastError().text());
+    int rows = 0;
+    QStringList fields;
+    int line = 0;
+    while (reader.next(fields, line)) {
+        QStringList row;
+        for (int column : columns.value())
+            row << fields.at(column);
+        const QString code = row.first().trimmed();
+        if (code.isEmpty())
+            return Result<int>::failure(csvLineMessage(csvPath, line, QStringLiteral("липсва пощенски код.")));
+        firstLine.bindValue(0, code);
+        if (!firstLine.exec())
+            throw SqlError(firstLine.lastError().text());
+        if (firstLine.next())
+            return Result<int>::failure(csvLineMessage(
+                csvPath, line,
+                QStringLiteral("пощенският код %1 се повтаря (вече е на ред %2).").arg(code, firstLine.value(0).toString())));
+        firstLine.finish();
+        insert.add(row, line);
+        ++rows;
+    }
+    if (!reader.error().isEmpty())
+        return Result<int>::failure(reader.error());
+    if (rows == 0)
+        return Result<int>::failure(
+            QStringLiteral("Файл %1: няма нито един ред с пощенски код, само заглавен ред; списъкът не е сменен.").arg(csvPath));
+    return Result<int>::success(rows);
+}
+
+} // namespace
+
 Result<int> importPostCodes(const QSqlDatabase &data, const QString &csvPath)
 {
-    auto csv = readCsvFile(csvPath);
-    if (!csv)
-        return Result<int>::failure(csv.error());
-    const QStringList wanted = findTable(referenceTables(), QStringLiteral("PostCode"))->columnNames();
-    CsvTable picked;
-    picked.header = wanted;
-    picked.lineNumbers = csv->lineNumbers;
-    QList<int> sourceColumns;
-    for (const QString &name : wanted) {
-        const int column = csv->column(name);
-        if (column < 0)
-            return Result<int>::failure(QStringLiteral("Файл %1: липсва колона %2.").arg(csvPath, name));
-        sourceColumns << column;
-    }
-    for (int r = 0; r < csv->rows.size(); ++r) {
-        QStringList row;
-        for (int column : sourceColumns)
-            row << csv->rows[r][column];
-        if (row[0].trimmed().isEmpty())
-            return Result<int>::failure(
-                QStringLiteral("Файл %1, ред %2: липсва пощенски код.").arg(csvPath).arg(csv->lineNumbers[r]));
-        picked.rows << row;
-    }
+    QFile file(csvPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return Result<int>::failure(QStringLiteral("Файлът %1 не може да се прочете: %2").arg(csvPath, file.errorString()));
+    CsvReader reader(file, csvPath);
+    if (!reader.error().isEmpty())
+        return Result<int>::failure(reader.error());
     try {
         Transaction transaction(data);
-        run(data, QStringLiteral("DELETE FROM PostCode"));
-        insertCsvRows(data, QStringLiteral("PostCode"), picked, csvPath);
-        transaction.commit();
+        const auto replaced = replacePostCodes(data, reader, csvPath);
+        if (replaced)
+            transaction.commit(); // otherwise the transaction rolls back: nothing changes
+        return replaced;
     } catch (const SqlError &error) {
         return Result<int>::failure(error.message());
     }
-    return Result<int>::success(int(picked.rows.size()));
 }
 
 } // namespace store

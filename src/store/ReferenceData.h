@@ -4,6 +4,7 @@
 #include "store/Result.h"
 
 #include <QSqlDatabase>
+#include <QSqlQuery>
 
 namespace store {
 
@@ -13,13 +14,33 @@ void loadClinicReferenceData(const QSqlDatabase &clinic);
 // The rows of a new data.db: PostCode, Mater and RazhNorm (whose columns follow Mater).
 void loadDataReferenceData(const QSqlDatabase &data);
 
+// Inserts rows given as the fields of a CSV header into `table`, one prepared statement for
+// all. Throws SqlError, naming the source and line, when a header names no column or a number
+// is not a number. With `idIsLine` each row's ID is the line of the file it came from.
+class CsvRowInserter final
+{
+public:
+    CsvRowInserter(const QSqlDatabase &db, const QString &table, const QStringList &header, const QString &source,
+                   bool idIsLine = false);
+    void add(const QStringList &fields, int line);
+
+private:
+    QSqlQuery m_insert;
+    QString m_source;
+    bool m_idIsLine;
+    QStringList m_names;
+    QList<bool> m_numeric;
+};
+
 // Inserts the rows of `csv` into `table`, matching header names to columns. Throws SqlError,
 // naming the source and line, when a header names no column or a number is not a number.
 void insertCsvRows(const QSqlDatabase &db, const QString &table, const CsvTable &csv, const QString &source);
 
 // Replaces the whole PostCode table by the rows of a CSV file (the official list of a
 // practice's choosing). Columns by header: PKod, Tawn, Obsh, Obl, ZK, ZdRn; others are ignored.
-// Nothing changes unless every line is good. Gives the number of rows loaded.
+// The file is read as a stream and strictly (see CsvReader): a file not in UTF-8, with no rows,
+// with a repeated or empty post code is refused naming the line. Nothing changes unless every
+// line is good. Gives the number of rows loaded.
 Result<int> importPostCodes(const QSqlDatabase &data, const QString &csvPath);
 
 } // namespace store

@@ -1,6 +1,5 @@
 #include "TestPractice.h"
 
-#include "store/ReferenceData.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -18,16 +17,6 @@ QStringList tablesOf(const QSqlDatabase &db)
     while (query.next())
         names << query.value(0).toString();
     return names;
-}
-
-QString writeFile(const QString &folder, const QString &content)
-{
-    const QString path = folder + QStringLiteral("/codes.csv");
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("cannot write %s", qPrintable(path));
-    file.write(content.toUtf8());
-    return path;
 }
 
 } // namespace
@@ -90,41 +79,6 @@ private slots:
         QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
         store::DeleteScratchFile();
         QVERIFY(!QFile::exists(store::paths().scratchDb));
-    }
-
-    void importPostCodes_data()
-    {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<int>("loaded"); // -1: refused
-        QTest::addColumn<QString>("error");
-        QTest::newRow("header in another order, extra column")
-            << "ZdRn;Obl;Extra;PKod;Tawn;Obsh;ZK\n01;Варна;x;9000;гр. Варна;Варна;03\n02;Варна;y;9010;гр. Варна;Варна;03\n"
-            << 2 << "";
-        QTest::newRow("broken line is named") << "PKod,Tawn,Obsh,Obl,ZK,ZdRn\n9000,Варна,Варна,Варна,03,06\n9010,Варна\n"
-                                              << -1 << "ред 3";
-        QTest::newRow("missing column") << "PKod,Tawn,Obsh,Obl,ZK\n9000,a,b,c,03\n" << -1 << "ZdRn";
-        QTest::newRow("empty post code") << "PKod,Tawn,Obsh,Obl,ZK,ZdRn\n,a,b,c,03,01\n" << -1 << "ред 2";
-    }
-    void importPostCodes()
-    {
-        QFETCH(QString, content);
-        QFETCH(int, loaded);
-        QFETCH(QString, error);
-        TestPractice practice;
-        const int before = store::scalar(store::dataDb(), QStringLiteral("SELECT COUNT(*) FROM PostCode")).toInt();
-        const auto result = store::importPostCodes(store::dataDb(), writeFile(practice.folder(), content));
-        const int after = store::scalar(store::dataDb(), QStringLiteral("SELECT COUNT(*) FROM PostCode")).toInt();
-        if (loaded < 0) {
-            QVERIFY(!result.ok());
-            QVERIFY2(result.error().contains(error), qPrintable(result.error()));
-            QCOMPARE(after, before); // nothing changed
-            return;
-        }
-        QVERIFY2(result.ok(), qPrintable(result.error()));
-        QCOMPARE(result.value(), loaded);
-        QCOMPARE(after, loaded);
-        QCOMPARE(store::scalar(store::dataDb(), QStringLiteral("SELECT ZK FROM PostCode WHERE PKod = '9010'")).toString(),
-                 QStringLiteral("03"));
     }
 };
 

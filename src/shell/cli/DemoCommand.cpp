@@ -8,19 +8,24 @@
 #include <QCommandLineParser>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
-bool readCount(const QCommandLineParser &parser, const QCommandLineOption &option, int minimum, int &value,
-               QTextStream &err)
+// A whole number of the option within its bounds; an absent option keeps `value`.
+bool readCount(const QCommandLineParser &parser, const QCommandLineOption &option, qint64 minimum, qint64 maximum,
+               qint64 &value, QTextStream &err)
 {
     if (!parser.isSet(option))
         return true;
     bool ok = false;
-    value = parser.value(option).toInt(&ok);
-    if (ok && value >= minimum)
+    const qint64 read = parser.value(option).toLongLong(&ok);
+    if (ok && read >= minimum && read <= maximum) {
+        value = read;
         return true;
-    err << "demo: --" << option.names().first() << " wants a whole number of at least " << minimum << Qt::endl;
+    }
+    err << "demo: --" << option.names().first() << " wants a whole number from " << minimum << " to " << maximum
+        << Qt::endl;
     return false;
 }
 
@@ -33,12 +38,12 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     parser.addHelpOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
                                      store::DataPaths::defaultFolder());
-    const QCommandLineOption doctors(QStringLiteral("doctors"), QStringLiteral("Number of doctors (2, one more for every 10,000 patients)."),
+    const QCommandLineOption doctors(QStringLiteral("doctors"), QStringLiteral("Number of doctors, 1 to 100 (2, or one for every 1,000 patients)."),
                                      QStringLiteral("D"));
-    const QCommandLineOption patients(QStringLiteral("patients"), QStringLiteral("Number of patients (300)."), QStringLiteral("N"));
-    const QCommandLineOption years(QStringLiteral("years"), QStringLiteral("Years of services (3)."), QStringLiteral("Y"));
-    const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the invention (1)."), QStringLiteral("S"));
-    const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("The last day of the practice (today)."),
+    const QCommandLineOption patients(QStringLiteral("patients"), QStringLiteral("Number of patients, 0 to 2,000,000 (300)."), QStringLiteral("N"));
+    const QCommandLineOption years(QStringLiteral("years"), QStringLiteral("Years of services, 1 to 30 (3)."), QStringLiteral("Y"));
+    const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the invention, 0 to 4294967295 (1)."), QStringLiteral("S"));
+    const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("The last day of the practice, in 2000..2099 (today)."),
                                    QStringLiteral("DD.MM.YYYY"));
     parser.addOptions({dataDir, doctors, patients, years, seed, today});
     if (!parser.parse(arguments)) {
@@ -51,14 +56,18 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     }
     DemoOptions options;
     options.folder = parser.value(dataDir);
-    int seedValue = 1;
-    if (!readCount(parser, doctors, 1, options.doctors, err) || !readCount(parser, patients, 0, options.patients, err)
-        || !readCount(parser, years, 1, options.years, err) || !readCount(parser, seed, 0, seedValue, err))
+    qint64 doctorCount = 0, patientCount = options.patients, yearCount = options.years, seedValue = options.seed;
+    if (!readCount(parser, doctors, 1, DemoOptions::MaxDoctors, doctorCount, err)
+        || !readCount(parser, patients, 0, DemoOptions::MaxPatients, patientCount, err)
+        || !readCount(parser, years, 1, DemoOptions::MaxYears, yearCount, err)
+        || !readCount(parser, seed, 0, std::numeric_limits<quint32>::max(), seedValue, err))
         return 2;
+    options.patients = int(patientCount);
+    options.years = int(yearCount);
     options.seed = quint32(seedValue);
-    // A doctor writes at most 32767 sheets a year; a large invented practice gets more doctors.
-    if (!parser.isSet(doctors))
-        options.doctors = std::max(2, (options.patients + 9999) / 10000);
+    // A doctor's days hold about a thousand patients' visits within the minutes of the day.
+    options.doctors = parser.isSet(doctors) ? int(doctorCount)
+                                            : std::clamp((options.patients + 999) / 1000, 2, DemoOptions::MaxDoctors);
     if (parser.isSet(today)) {
         const auto day = dates::fromTyped(parser.value(today));
         if (!day) {
@@ -66,6 +75,10 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
             return 2;
         }
         options.today = *day;
+    }
+    if (const QString fault = demoOptionsFault(options); !fault.isEmpty()) {
+        err << "demo: " << fault << Qt::endl;
+        return 2;
     }
     const auto summary = generateDemoPractice(options);
     store::closeStore();

@@ -13,6 +13,12 @@ int ImportPostcodesCommand::execute(const QStringList &arguments, QTextStream &o
     parser.setApplicationDescription(QStringLiteral(
         "Replaces the post codes of data.db by the rows of a CSV file with the columns\n"
         "PKod, Tawn, Obsh, Obl, ZK, ZdRn (by header; others are ignored; comma or semicolon).\n"
+        "The file must be UTF-8 text (a byte order mark is allowed); a file in Windows-1251,\n"
+        "as older spreadsheets save it, is refused naming its first bad line. Convert it first:\n"
+        "  iconv -f CP1251 -t UTF-8 codes.csv -o codes-utf8.csv\n"
+        "Lines may end in LF, CRLF or CR; a value in double quotes may hold commas, line breaks\n"
+        "and doubled quotes (\"\" stands for one quote). A file with no rows, a repeated or empty\n"
+        "post code, or a NUL byte is refused naming the line.\n"
         "Nothing changes unless every line of the file is good."));
     parser.addHelpOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),

@@ -1,0 +1,141 @@
+#include "store/DataPaths.h"
+#include "store/Store.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+// A run of the program killed at any moment of a long write leaves the file whole, and either as
+// it was before the run or as a finished run leaves it: never half a practice or half a list.
+namespace {
+
+struct FileState
+{
+    QString integrity;
+    QList<int> counts; // rows of each table asked for
+
+    QString text() const
+    {
+        QStringList numbers;
+        for (int n : counts)
+            numbers << QString::number(n);
+        return integrity + u' ' + numbers.join(u'/');
+    }
+};
+
+// Looks at a file through a connection of its own, as the next start would: a write-ahead log
+// that a killed run left is taken up or dropped by SQLite here.
+FileState look(const QString &file, const QStringList &tables)
+{
+    FileState state;
+    const QString connection = QStringLiteral("look");
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        db.setDatabaseName(file);
+        if (!db.open())
+            qFatal("cannot open %s", qPrintable(file));
+        QSqlQuery query(db);
+        query.exec(QStringLiteral("PRAGMA integrity_check"));
+        state.integrity = query.next() ? query.value(0).toString() : QStringLiteral("no answer");
+        for (const QString &table : tables) {
+            query.exec(QStringLiteral("SELECT COUNT(*) FROM %1").arg(table));
+            state.counts << (query.next() ? query.value(0).toInt() : -1);
+        }
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return state;
+}
+
+// A new folder with the store made and closed, as before the command runs.
+void prepareFolder(const QString &folder)
+{
+    if (!store::openStore(store::DataPaths::inFolder(folder)).ok())
+        qFatal("cannot make the store in %s", qPrintable(folder));
+    store::closeStore();
+}
+
+// Runs the command, killing it after `killAfterMs` if it is still running; the time it ran.
+qint64 run(const QStringList &arguments, qint64 killAfterMs)
+{
+    QElapsedTimer clock;
+    QProcess process;
+    clock.start();
+    process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
+    if (!process.waitForStarted() || (!process.waitForFinished(int(killAfterMs)) && process.state() != QProcess::NotRunning)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    return clock.elapsed();
+}
+
+} // namespace
+
+class TestKillDuringWrite final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void killedCommandLeavesBeforeOrAfter_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QStringList>("tables");
+        QTest::newRow("demo") << "demo" << "velmorata.db" << QStringList{"Medic", "Pacients", "Dental", "Help", "Grafic"};
+        QTest::newRow("post-code import") << "import-postcodes" << "data.db" << QStringList{"PostCode"};
+    }
+    void killedCommandLeavesBeforeOrAfter()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, file);
+        QFETCH(QStringList, tables);
+        QTemporaryDir work;
+        const QString csv = writePostCodes(work.filePath(QStringLiteral("codes.csv")));
+        const auto arguments = [&](const QString &folder) {
+            QStringList list{command, QStringLiteral("--data-dir"), folder};
+            if (command == u"demo")
+                list << QStringLiteral("--patients") << QStringLiteral("250") << QStringLiteral("--today") << QStringLiteral("20.11.2026");
+            else
+                list << csv;
+            return list;
+        };
+        const QString finished = work.filePath(QStringLiteral("finished"));
+        prepareFolder(finished);
+        const FileState before = look(finished + u'/' + file, tables);
+        const qint64 duration = run(arguments(finished), 60000);
+        const FileState after = look(finished + u'/' + file, tables);
+        QVERIFY2(before.counts != after.counts, qPrintable(before.text())); // the command did write
+
+        QRandomGenerator random(20261120);
+        int killedMidway = 0;
+        for (int trial = 0; trial < 6; ++trial) {
+            const QString folder = work.filePath(QStringLiteral("trial%1").arg(trial));
+            prepareFolder(folder);
+            const qint64 ran = run(arguments(folder), random.bounded(duration));
+            const FileState found = look(folder + u'/' + file, tables);
+            QCOMPARE(found.integrity, QStringLiteral("ok"));
+            QVERIFY2(found.counts == before.counts || found.counts == after.counts,
+                     qPrintable(QStringLiteral("after %1 ms: %2").arg(ran).arg(found.text())));
+            killedMidway += found.counts == before.counts ? 1 : 0;
+        }
+        QVERIFY(killedMidway > 0); // at least one kill fell inside the write
+    }
+
+private:
+    QString writePostCodes(const QString &path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("cannot write %s", qPrintable(path));
+        file.write("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n");
+        for (int code = 100000; code < 130000; ++code)
+            file.write(QByteArray::number(code) + ",гр. Примерно,Община,Област,03,06\n");
+        return path;
+    }
+};
+
+QTEST_GUILESS_MAIN(TestKillDuringWrite)
+#include "tst_KillDuringWrite.moc"
