@@ -17,8 +17,14 @@ namespace {
 void openTreatment(const QString &egn, const QString &name, const QString &openMode, QWidget *owner)
 {
     DenHelp *window = DenHelp::open(egn, name, openMode, owner);
-    if (window && openMode != u"New")
-        QObject::connect(window, &DenHelp::closed, owner, [] { SeekName::closeOpen(); });
+    if (!window)
+        return;
+    // The one treatment window is opened again and again: one connection serves every opening.
+    QObject::disconnect(window, &DenHelp::closed, owner, nullptr);
+    QObject::connect(window, &DenHelp::closed, owner, [](const QString &closedMode) {
+        if (closedMode != u"New")
+            SeekName::closeOpen();
+    });
 }
 
 } // namespace

@@ -6,25 +6,37 @@
 
 #include <algorithm>
 
+namespace {
+
+int clampedStart(int start, int length, int areaStart, int areaLength)
+{
+    return std::clamp(start, areaStart, std::max(areaStart, areaStart + areaLength - length));
+}
+
+const QScreen *screenOf(const QWidget *window, const QRect &frame)
+{
+    if (const QScreen *under = QGuiApplication::screenAt(frame.center()))
+        return under;
+    return window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
 void keepOnScreen(QWidget *window)
 {
-    const QScreen *screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+    const QRect frame = window->frameGeometry();
+    const QScreen *screen = screenOf(window, frame);
     if (!screen)
         return;
-    const QRect free = screen->availableGeometry();
-    // The frame adds a title bar and borders that geometry() does not count.
-    const QRect frame = window->frameGeometry();
-    const QSize border = frame.size() - window->geometry().size();
-    const QSize fitting(std::min(window->width(), free.width() - border.width()),
-                        std::min(window->height(), free.height() - border.height()));
-    if (fitting != window->size())
-        window->resize(fitting.expandedTo(window->minimumSize()));
-    const int width = window->width() + border.width();
-    const int height = window->height() + border.height();
-    const int x = std::clamp(frame.x(), free.left(), std::max(free.left(), free.right() + 1 - width));
-    const int y = std::clamp(frame.y(), free.top(), std::max(free.top(), free.bottom() + 1 - height));
-    if (QPoint(x, y) != frame.topLeft())
-        window->move(x, y);
+    const QRect area = screen->availableGeometry();
+    // The frame adds a title bar and borders that the window's own size does not count; before
+    // the window is first shown the frame is not known yet and the size is all there is.
+    const QSize decoration = frame.size() - window->size();
+    const QSize fitting = window->size().boundedTo(area.size() - decoration).expandedTo(window->minimumSizeHint());
+    window->resize(fitting.expandedTo(window->minimumSize()));
+    const QSize outer = window->size() + decoration;
+    window->move(clampedStart(frame.x(), outer.width(), area.x(), area.width()),
+                 clampedStart(frame.y(), outer.height(), area.y(), area.height()));
 }
 
 void bringForward(QWidget *window)

@@ -1,6 +1,7 @@
 #include "treatment/ui/DenHelp.h"
 
 #include "shell/ui/NamedButton.h"
+#include "shell/ui/WindowPlacement.h"
 
 #include "admin/Diary.h"
 #include "admin/ui/Grafic.h"
@@ -14,7 +15,6 @@
 #include "treatment/PatientHeader.h"
 #include "treatment/SheetNumbers.h"
 #include "treatment/ui/ChartView.h"
-#include "treatment/ui/OnScreen.h"
 #include "treatment/ui/PathWay.h"
 #include "treatment/ui/ServiceGrid.h"
 

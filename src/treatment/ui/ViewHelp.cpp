@@ -5,7 +5,7 @@
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/ServiceColumns.h"
-#include "treatment/ui/OnScreen.h"
+#include "shell/ui/WindowPlacement.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
