@@ -4,7 +4,6 @@
 #include "shell/RunState.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
-#include "store/InstanceLock.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -77,7 +76,6 @@ private slots:
     void firstDoctorIsOfferedAtSignIn();
     void noDoctorEnteredEndsTheRun();
     void anExistingDoctorGoesStraightToSignIn();
-    void secondProgramOnTheSameFolder();
     void emptyClinicFileIsNewOnlyWhenTheUserSaysSo_data();
     void emptyClinicFileIsNewOnlyWhenTheUserSaysSo();
 };
@@ -111,19 +109,6 @@ void tst_FirstRun::anExistingDoctorGoesStraightToSignIn()
     ModalDriver driver({{QStringLiteral("Password"), signInFirst}});
     QVERIFY(signInAtStart());
     QCOMPARE(driver.met, QStringList{"Password"});
-}
-
-void tst_FirstRun::secondProgramOnTheSameFolder()
-{
-    QTemporaryDir folder;
-    const auto paths = store::DataPaths::inFolder(folder.path() + QStringLiteral("/practice"));
-    QVERIFY(openDataFolder(paths).ok());
-    store::InstanceLock second(paths.folder);
-    QVERIFY(!second.acquire());
-    store::closeStore();
-    QVERIFY2(second.acquire(), "closing the store gives the folder back");
-    const Outcome refused = openDataFolder(paths);
-    QCOMPARE(refused.error(), QStringLiteral("Програмата вече работи с папката с данни %1.").arg(paths.folder));
 }
 
 void tst_FirstRun::emptyClinicFileIsNewOnlyWhenTheUserSaysSo_data()

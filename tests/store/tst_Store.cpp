@@ -38,6 +38,29 @@ QByteArray readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// The clinic file of a practice of some thousand patients with one page near its end
+// overwritten: a copy or a disk gone wrong, found only by the integrity check.
+QByteArray practiceWithAJunkPage()
+{
+    QTemporaryDir dir;
+    const auto paths = store::DataPaths::inFolder(dir.path());
+    if (!store::openStore(paths))
+        qFatal("cannot make a practice");
+    {
+        store::Transaction transaction(store::clinicDb());
+        for (int i = 0; i < 3000; ++i)
+            store::run(store::clinicDb(), QStringLiteral("INSERT INTO Pacients (EGN, Names) VALUES (?, ?)"),
+                       {QString::number(7500000000LL + i), QStringLiteral("Пациент %1").arg(i)});
+        transaction.commit();
+    }
+    const int pageSize = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_size")).toInt();
+    const int pages = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_count")).toInt();
+    store::closeStore();
+    QByteArray content = readFile(paths.clinicDb);
+    content.replace(qsizetype(pageSize) * (pages - 2), pageSize, QByteArray(pageSize, '\x5a'));
+    return content;
+}
+
 // The process of a program that has ended: its pid names no live process.
 qint64 pidOfAnEndedProcess()
 {
@@ -165,6 +188,7 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("not a database") << QByteArray("this is a letter, not a database\n").repeated(200)
                                         << QStringLiteral("не е база данни");
+        QTest::newRow("a page of junk") << practiceWithAJunkPage() << QStringLiteral("възстановете последния архив");
     }
     void refusesDamagedFiles()
     {
@@ -323,35 +347,6 @@ private slots:
         QCOMPARE(modeOf(paths.folder), 0700);
         QCOMPARE(modeOf(paths.clinicDb), 0600);
         QVERIFY(readFile(store::logFilePath(paths.folder)).contains(notices.first().toUtf8()));
-    }
-
-    void aDamagedPageIsNoticedAtStart()
-    {
-        QTemporaryDir dir;
-        const auto paths = store::DataPaths::inFolder(dir.path());
-        QVERIFY(store::openStore(paths).ok());
-        {
-            store::Transaction transaction(store::clinicDb());
-            for (int i = 0; i < 3000; ++i)
-                store::run(store::clinicDb(), QStringLiteral("INSERT INTO Pacients (EGN, Names) VALUES (?, ?)"),
-                           {QString::number(7500000000LL + i), QStringLiteral("Пациент %1").arg(i)});
-            transaction.commit();
-        }
-        const int pageSize = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_size")).toInt();
-        const int pages = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_count")).toInt();
-        store::closeStore();
-        QFile file(paths.clinicDb);
-        QVERIFY(file.open(QIODevice::ReadWrite));
-        QVERIFY(file.seek(qint64(pageSize) * (pages - 2)));
-        file.write(QByteArray(pageSize, '\x5a'));
-        file.close();
-        const QByteArray damaged = readFile(paths.clinicDb);
-
-        const auto opened = store::openStore(paths);
-        QVERIFY(!opened.ok());
-        QVERIFY2(opened.error().contains(paths.clinicDb) && opened.error().contains(QStringLiteral("архив")),
-                 qPrintable(opened.error()));
-        QCOMPARE(readFile(paths.clinicDb), damaged);
     }
 
     void engineErrorsAreToldInBulgarianAndLogged()
