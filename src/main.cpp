@@ -2,12 +2,12 @@
 #include "shell/cli/Command.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
+#include "store/Log.h"
+#include "store/PrivateFolder.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
-
-#include <cstring>
 
 namespace {
 
@@ -18,31 +18,46 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QString::fromLatin1(version::Text));
 }
 
-int runCommand(int argc, char **argv)
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+int runCommand(int argc, char **argv, Command &command)
 {
     QCoreApplication app(argc, argv);
     nameApplication();
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const QStringList arguments = app.arguments().mid(1);
-    return findCommand(arguments.first())->execute(arguments, out, err);
+    // Notices of the store, such as a data folder made private, go where a script sees them.
+    store::setNoticeSink([&err](const QString &text) { err << text << Qt::endl; });
+    return command.execute(app.arguments().mid(1), out, err);
 }
 
-bool wantsNoWindow(int argc, char **argv)
+QString commandList()
 {
-    for (int i = 1; i < argc; ++i)
-        for (const char *flag : {"--help", "-h", "--version", "-v"})
-            if (std::strcmp(argv[i], flag) == 0)
-                return true;
-    return false;
-}
-
-QString usage()
-{
-    QString text = QStringLiteral("\nCommands (velmorata COMMAND --help for their options):\n");
+    QString text = QStringLiteral("Commands (velmorata COMMAND --help for their options):\n");
     for (const auto &command : allCommands())
         text += QStringLiteral("  %1  %2\n").arg(command->name(), -18).arg(command->summary());
     return text;
+}
+
+// A word that is no command must not start the window: a script would wait for a sign-in.
+int refuseUnknownCommand(const QString &word)
+{
+    QTextStream(stderr) << "velmorata: unknown command \"" << word << "\"\n" << commandList();
+    return 2;
+}
+
+bool wantsNoWindow(const QStringList &arguments)
+{
+    for (const char *flag : {"--help", "-h", "--version", "-v"})
+        if (arguments.contains(QLatin1String(flag)))
+            return true;
+    return false;
 }
 
 // --help and --version are answered without opening a window, so they work without a display.
@@ -58,24 +73,32 @@ int runWithoutWindow(int argc, char **argv, QCommandLineParser &parser)
 
 int main(int argc, char **argv)
 {
-    if (argc > 1 && findCommand(QString::fromLocal8Bit(argv[1])))
-        return runCommand(argc, argv);
+    store::makeNewFilesPrivate();
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (arguments.size() > 1) {
+        if (auto command = findCommand(arguments.at(1)))
+            return runCommand(argc, argv, *command);
+        if (!arguments.at(1).startsWith(u'-'))
+            return refuseUnknownCommand(arguments.at(1));
+    }
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Velmorata: the card index of a dental practice under contract with the health insurance fund.")
-        + usage());
+        QStringLiteral("Velmorata: the card index of a dental practice under contract with the health insurance fund.\n\n")
+        + commandList());
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder (default: %1).")
                                                                      .arg(store::DataPaths::defaultFolder()),
                                      QStringLiteral("DIR"));
     parser.addOption(dataDir);
-    if (wantsNoWindow(argc, argv))
+    if (wantsNoWindow(arguments))
         return runWithoutWindow(argc, argv, parser);
 
     QApplication app(argc, argv);
     nameApplication();
     parser.process(app);
+    if (!parser.positionalArguments().isEmpty())
+        return refuseUnknownCommand(parser.positionalArguments().first());
     return runDesktop(parser.isSet(dataDir) ? parser.value(dataDir) : store::DataPaths::defaultFolder());
 }

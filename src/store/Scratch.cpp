@@ -5,7 +5,6 @@
 #include "store/Store.h"
 
 #include <QFile>
-#include <QSqlError>
 
 namespace store {
 namespace {
@@ -87,10 +86,9 @@ Outcome CreateScratchTable(const QString &tableName)
     DeleteScratchFile();
     if (QFile::exists(paths().scratchDb))
         return Outcome::failure(QStringLiteral("Файлът %1 не може да се изтрие.").arg(paths().scratchDb));
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), ConnectTemp);
-    db.setDatabaseName(paths().scratchDb);
+    QSqlDatabase db = addConnection(paths().scratchDb, ConnectTemp);
     if (!db.open())
-        return Outcome::failure(QStringLiteral("Файлът %1 не може да се създаде: %2").arg(paths().scratchDb, db.lastError().text()));
+        return Outcome::failure(SqlError(db, db.lastError()).message());
     try {
         run(db, table->createStatement());
     } catch (const SqlError &error) {

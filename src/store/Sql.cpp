@@ -1,11 +1,54 @@
 #include "store/Sql.h"
 
-#include <QSqlError>
+#include "store/EngineErrors.h"
+#include "store/Log.h"
+
+#include <QFileInfo>
 
 namespace store {
 
 QSqlDatabase clinicDb() { return QSqlDatabase::database(ConnectMain, false); }
 QSqlDatabase dataDb() { return QSqlDatabase::database(ConnectData, false); }
+
+QSqlDatabase addConnection(const QString &path, const QString &connection)
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+    db.setDatabaseName(path);
+    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    return db;
+}
+
+namespace {
+
+QString engineTextOf(const QSqlError &error, const QString &sql)
+{
+    return sql.isEmpty() ? error.text() : error.text() + QStringLiteral(" [") + sql + u']';
+}
+
+int primaryCode(const QSqlError &error)
+{
+    bool ok = false;
+    const int code = error.nativeErrorCode().toInt(&ok);
+    return ok ? (code & 0xff) : -1;
+}
+
+} // namespace
+
+SqlError::SqlError(const QSqlDatabase &db, const QSqlError &error, const QString &sql)
+    : std::runtime_error(describeEngineError(db.databaseName(), primaryCode(error)).toStdString())
+    , m_engineText(engineTextOf(error, sql))
+    , m_code(primaryCode(error))
+{
+    // The log lies next to the file: every file of the program is in the data folder.
+    const QFileInfo file(db.databaseName());
+    if (file.isAbsolute())
+        writeLog(file.absolutePath(), file.filePath() + QStringLiteral(": ") + m_engineText);
+}
+
+SqlError::SqlError(const QSqlDatabase &db, const QSqlQuery &failed)
+    : SqlError(db, failed.lastError(), failed.lastQuery())
+{
+}
 
 SqlError::SqlError(const QString &message)
     : std::runtime_error(message.toStdString())
@@ -17,11 +60,11 @@ QSqlQuery run(const QSqlDatabase &db, const QString &sql, std::initializer_list<
     QSqlQuery query(db);
     query.setForwardOnly(true);
     if (!query.prepare(sql))
-        throw SqlError(query.lastError().text() + QStringLiteral(" [") + sql + u']');
+        throw SqlError(db, query.lastError(), sql);
     for (const QVariant &value : values)
         query.addBindValue(value);
     if (!query.exec())
-        throw SqlError(query.lastError().text() + QStringLiteral(" [") + sql + u']');
+        throw SqlError(db, query.lastError(), sql);
     return query;
 }
 
@@ -34,21 +77,19 @@ QVariant scalar(const QSqlDatabase &db, const QString &sql, std::initializer_lis
 Transaction::Transaction(QSqlDatabase db)
     : m_db(std::move(db))
 {
-    if (!m_db.transaction())
-        throw SqlError(m_db.lastError().text());
+    run(m_db, QStringLiteral("BEGIN IMMEDIATE"));
     m_open = true;
 }
 
 Transaction::~Transaction()
 {
     if (m_open)
-        m_db.rollback();
+        QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK"));
 }
 
 void Transaction::commit()
 {
-    if (!m_db.commit())
-        throw SqlError(m_db.lastError().text());
+    run(m_db, QStringLiteral("COMMIT"));
     m_open = false;
 }
 

@@ -1,25 +1,33 @@
 #include "store/Store.h"
 
+#include "store/InstanceLock.h"
+#include "store/Log.h"
+#include "store/NewDatabaseFile.h"
+#include "store/PrivateFolder.h"
 #include "store/ReferenceData.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSqlError>
 #include <QSqlQuery>
 
-#include <functional>
+#include <memory>
+#include <unistd.h>
 
 namespace store {
 namespace {
-
-using Filler = std::function<void(const QSqlDatabase &)>;
 
 DataPaths &openedPaths()
 {
     static DataPaths opened;
     return opened;
+}
+
+std::unique_ptr<InstanceLock> &heldLock()
+{
+    static std::unique_ptr<InstanceLock> lock;
+    return lock;
 }
 
 QStringList existingTables(const QSqlDatabase &db)
@@ -37,14 +45,6 @@ void createTables(const QSqlDatabase &db, const QList<TableDef> &tables, const Q
         run(db, table.createStatement());
     for (const QString &index : indexes)
         run(db, index);
-}
-
-void createSchema(const QSqlDatabase &db, const Filler &create)
-{
-    Transaction transaction(db);
-    create(db);
-    run(db, QStringLiteral("PRAGMA user_version = %1").arg(SchemaVersion));
-    transaction.commit();
 }
 
 Outcome checkSchema(const QSqlDatabase &db, const QString &path, const QStringList &required,
@@ -72,13 +72,17 @@ QStringList namesOf(const QList<TableDef> &tables)
     return names;
 }
 
-Outcome openFile(const QString &path, const QString &connection, const QStringList &required, const Filler &create)
+// A file that is there but empty is set up in place only when the caller says so (openStore
+// asks first about the clinic file); a missing one is made whole beside it.
+Outcome openFile(const QString &path, const QString &connection, const QStringList &required,
+                 const SchemaFiller &create)
 {
-    const bool existed = QFileInfo::exists(path);
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-    db.setDatabaseName(path);
+    if (!QFileInfo::exists(path))
+        if (auto made = createDatabaseFile(path, create); !made)
+            return made;
+    QSqlDatabase db = addConnection(path, connection);
     if (!db.open())
-        return Outcome::failure(QStringLiteral("Базата данни %1 не може да се отвори: %2").arg(path, db.lastError().text()));
+        return Outcome::failure(SqlError(db, db.lastError()).message());
     try {
         const QStringList present = existingTables(db);
         if (present.isEmpty()) {
@@ -91,13 +95,54 @@ Outcome openFile(const QString &path, const QString &connection, const QStringLi
         run(db, QStringLiteral("PRAGMA synchronous = NORMAL"));
     } catch (const SqlError &error) {
         db.close();
-        if (!existed)
-            QFile::remove(path);
-        const bool notDatabase = error.message().contains(QStringLiteral("not a database"));
-        return Outcome::failure(notDatabase ? QStringLiteral("Файлът %1 не е база данни.").arg(path)
-                                            : QStringLiteral("Базата данни %1: %2").arg(path, error.message()));
+        return Outcome::failure(error.message());
     }
     return Outcome::success();
+}
+
+StoreOpening takeFolder(const QString &folder)
+{
+    if (!QDir().mkpath(folder))
+        return StoreOpening::refused(QStringLiteral("Папката с данните %1 не може да се създаде. "
+                                                    "Проверете пътя и правата за запис и опитайте отново.")
+                                         .arg(folder));
+    auto lock = std::make_unique<InstanceLock>(folder);
+    const InstanceLock::Taking taking = ::access(QFile::encodeName(folder).constData(), W_OK) == 0
+        ? lock->take()
+        : InstanceLock::Taking::FolderNotWritable;
+    if (taking == InstanceLock::Taking::HeldByAnother)
+        return StoreOpening::refused(QStringLiteral("Програмата вече работи с папката с данни %1.").arg(folder));
+    if (taking == InstanceLock::Taking::FolderNotWritable)
+        return StoreOpening::refused(QStringLiteral("В папката с данните %1 не може да се записва. "
+                                                    "Проверете правата за запис на папката и опитайте отново.")
+                                         .arg(folder));
+    heldLock() = std::move(lock);
+    if (const QString tightened = tightenFolder(folder); !tightened.isEmpty())
+        notice(folder, tightened);
+    return StoreOpening::success();
+}
+
+bool isEmptyFile(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.exists() && file.isFile() && file.size() == 0;
+}
+
+StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
+{
+    if (isEmptyFile(paths.clinicDb) && !options.emptyClinicFileIsNew)
+        return StoreOpening::emptyClinicFile(
+            QStringLiteral("Файлът %1 е празен (0 байта): така изглежда неуспешно копиране или възстановяване "
+                           "на данните. Възстановете последния архив; ако наистина започвате нова практика, "
+                           "изтрийте файла и стартирайте програмата отново.")
+                .arg(paths.clinicDb));
+    if (auto clinic = openClinicFile(paths.clinicDb, ConnectMain); !clinic)
+        return StoreOpening::refused(clinic.error());
+    if (auto checked = checkClinicFile(clinicDb()); !checked)
+        return StoreOpening::refused(checked.error());
+    if (auto data = openDataFile(paths.dataDb, ConnectData); !data)
+        return StoreOpening::refused(data.error());
+    return StoreOpening::success();
 }
 
 } // namespace
@@ -120,20 +165,35 @@ Outcome openDataFile(const QString &path, const QString &connection)
     });
 }
 
+Outcome checkClinicFile(const QSqlDatabase &db)
+{
+    const QString file = db.databaseName();
+    try {
+        const QString verdict = scalar(db, QStringLiteral("PRAGMA quick_check(1)")).toString();
+        if (verdict == QStringLiteral("ok"))
+            return Outcome::success();
+        writeLog(QFileInfo(file).absolutePath(), file + QStringLiteral(": quick_check: ") + verdict);
+    } catch (const SqlError &error) {
+        return Outcome::failure(error.message());
+    }
+    return Outcome::failure(QStringLiteral("Проверката на целостта на файла %1 откри повреда. Не работете с този файл: "
+                                           "затворете програмата и възстановете последния архив на данните.")
+                                .arg(file));
+}
+
 const DataPaths &paths() { return openedPaths(); }
 
-Outcome openStore(const DataPaths &paths)
+StoreOpening openStore(const DataPaths &paths, const OpenOptions &options)
 {
+    closeStore();
+    makeNewFilesPrivate();
     openedPaths() = paths;
-    if (!QDir().mkpath(paths.folder) || !QFileInfo(paths.folder).isWritable())
-        return Outcome::failure(QStringLiteral("В папката с данните %1 не може да се записва.").arg(paths.folder));
-    if (auto clinic = openClinicFile(paths.clinicDb, ConnectMain); !clinic)
-        return clinic;
-    if (auto data = openDataFile(paths.dataDb, ConnectData); !data) {
+    if (auto taken = takeFolder(paths.folder); !taken)
+        return taken;
+    auto opened = openFiles(paths, options);
+    if (!opened)
         closeStore();
-        return data;
-    }
-    return Outcome::success();
+    return opened;
 }
 
 void closeStore()
@@ -144,6 +204,7 @@ void closeStore()
         QSqlDatabase::database(name, false).close();
         QSqlDatabase::removeDatabase(name);
     }
+    heldLock().reset();
 }
 
 } // namespace store

@@ -4,11 +4,12 @@
 #include "shell/RunState.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
-#include "store/InstanceLock.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -75,7 +76,8 @@ private slots:
     void firstDoctorIsOfferedAtSignIn();
     void noDoctorEnteredEndsTheRun();
     void anExistingDoctorGoesStraightToSignIn();
-    void secondProgramOnTheSameFolder();
+    void emptyClinicFileIsNewOnlyWhenTheUserSaysSo_data();
+    void emptyClinicFileIsNewOnlyWhenTheUserSaysSo();
 };
 
 void tst_FirstRun::firstDoctorIsOfferedAtSignIn()
@@ -109,18 +111,36 @@ void tst_FirstRun::anExistingDoctorGoesStraightToSignIn()
     QCOMPARE(driver.met, QStringList{"Password"});
 }
 
-void tst_FirstRun::secondProgramOnTheSameFolder()
+void tst_FirstRun::emptyClinicFileIsNewOnlyWhenTheUserSaysSo_data()
 {
-    QTemporaryDir folder;
-    const auto paths = store::DataPaths::inFolder(folder.path() + QStringLiteral("/practice"));
-    store::InstanceLock first(paths.folder);
-    QVERIFY(openDataFolder(paths, first).ok());
-    store::closeStore();
+    QTest::addColumn<bool>("answer");
+    QTest::newRow("НЕ: left as it is") << false;
+    QTest::newRow("ДА: a new practice") << true;
+}
 
-    store::InstanceLock second(paths.folder);
-    const Outcome refused = openDataFolder(paths, second);
-    QVERIFY(!refused.ok());
-    QCOMPARE(refused.error(), QStringLiteral("Програмата вече работи с папката с данни %1.").arg(paths.folder));
+void tst_FirstRun::emptyClinicFileIsNewOnlyWhenTheUserSaysSo()
+{
+    QFETCH(bool, answer);
+    QTemporaryDir folder;
+    const auto paths = store::DataPaths::inFolder(folder.path());
+    QFile empty(paths.clinicDb);
+    QVERIFY(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    ScriptedDialogs answers;
+    answers.answers.push_back(answer);
+    setDialogPort(&answers);
+    const Outcome opened = openDataFolder(paths);
+    setDialogPort(nullptr);
+    QCOMPARE(answers.questions.size(), 1);
+    QVERIFY(answers.questions.first().contains(paths.clinicDb));
+    QCOMPARE(opened.ok(), answer);
+    if (answer) {
+        QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM CenyZK")).toInt(), 9);
+        store::closeStore();
+    } else {
+        QVERIFY2(opened.error().contains(paths.clinicDb), qPrintable(opened.error()));
+        QCOMPARE(QFileInfo(paths.clinicDb).size(), 0);
+    }
 }
 
 QTEST_MAIN(tst_FirstRun)

@@ -1,13 +1,105 @@
+#include "store/InstanceLock.h"
+#include "store/Log.h"
+#include "store/NewDatabaseFile.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+int modeOf(const QString &path)
+{
+    struct stat info {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 0777) : -1;
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The clinic file of a practice of some thousand patients with one page near its end
+// overwritten: a copy or a disk gone wrong, found only by the integrity check.
+QByteArray practiceWithAJunkPage()
+{
+    QTemporaryDir dir;
+    const auto paths = store::DataPaths::inFolder(dir.path());
+    if (!store::openStore(paths))
+        qFatal("cannot make a practice");
+    {
+        store::Transaction transaction(store::clinicDb());
+        for (int i = 0; i < 3000; ++i)
+            store::run(store::clinicDb(), QStringLiteral("INSERT INTO Pacients (EGN, Names) VALUES (?, ?)"),
+                       {QString::number(7500000000LL + i), QStringLiteral("Пациент %1").arg(i)});
+        transaction.commit();
+    }
+    const int pageSize = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_size")).toInt();
+    const int pages = store::scalar(store::clinicDb(), QStringLiteral("PRAGMA page_count")).toInt();
+    store::closeStore();
+    QByteArray content = readFile(paths.clinicDb);
+    content.replace(qsizetype(pageSize) * (pages - 2), pageSize, QByteArray(pageSize, '\x5a'));
+    return content;
+}
+
+// The process of a program that has ended: its pid names no live process.
+qint64 pidOfAnEndedProcess()
+{
+    QProcess ended;
+    ended.start(QStringLiteral("true"));
+    ended.waitForFinished();
+    return ended.processId() ? ended.processId() : 999999;
+}
+
+// Write access taken away for the life of the object: by the folder's mode, or, for root, who
+// writes everywhere, by acting as the unprivileged user "nobody".
+class WithoutWriteAccess final
+{
+public:
+    explicit WithoutWriteAccess(const QString &folder)
+        : m_folder(folder)
+    {
+        if (::geteuid() != 0) {
+            ::chmod(QFile::encodeName(folder).constData(), 0500);
+            return;
+        }
+        // "nobody" may pass through the test's own folder into this one, but not write there.
+        ::chmod(QFile::encodeName(QFileInfo(folder).absolutePath()).constData(), 0755);
+        ::chmod(QFile::encodeName(folder).constData(), 0755);
+        m_wasRoot = ::seteuid(65534) == 0;
+    }
+    ~WithoutWriteAccess()
+    {
+        if (m_wasRoot && ::seteuid(0) != 0)
+            qFatal("cannot become root again");
+        ::chmod(QFile::encodeName(m_folder).constData(), 0700);
+    }
+
+private:
+    QString m_folder;
+    bool m_wasRoot = false;
+};
+
+} // namespace
 
 class TestStore final : public QObject
 {
@@ -96,6 +188,7 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("not a database") << QByteArray("this is a letter, not a database\n").repeated(200)
                                         << QStringLiteral("не е база данни");
+        QTest::newRow("a page of junk") << practiceWithAJunkPage() << QStringLiteral("възстановете последния архив");
     }
     void refusesDamagedFiles()
     {
@@ -170,6 +263,178 @@ private slots:
         } catch (const store::SqlError &) {
         }
         QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 0);
+    }
+
+    void lockLeftBehindIsTakenOver_data()
+    {
+        QTest::addColumn<QByteArray>("left");
+        QTest::newRow("empty, as after a power cut") << QByteArray();
+        QTest::newRow("another computer") << QByteArray("4242\nanother-computer\n");
+        QTest::newRow("a program that died") << QByteArray::number(pidOfAnEndedProcess()) + "\n"
+                + QSysInfo::machineHostName().toUtf8() + "\n";
+    }
+    void lockLeftBehindIsTakenOver()
+    {
+        QFETCH(QByteArray, left);
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        writeFile(dir.filePath(QStringLiteral("velmorata.lock")), left);
+        const auto opened = store::openStore(paths);
+        QVERIFY2(opened.ok(), qPrintable(opened.error()));
+        QVERIFY(readFile(dir.filePath(QStringLiteral("velmorata.lock"))).startsWith(QByteArray::number(QCoreApplication::applicationPid()) + '\n'));
+    }
+
+    void theFolderIsRefusedToASecondTakerAndNamed()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        store::InstanceLock holder(paths.folder);
+        QVERIFY(holder.acquire());
+        const auto refused = store::openStore(paths);
+        QCOMPARE(refused.error(), QStringLiteral("Програмата вече работи с папката с данни %1.").arg(paths.folder));
+        QVERIFY2(!QFile::exists(paths.clinicDb), "nothing is touched before the lock is held");
+        holder.release();
+        QVERIFY(store::openStore(paths).ok());
+    }
+
+    void aFolderThatCannotBeWrittenIsSaidSo()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("practice"));
+        QVERIFY(QDir().mkpath(folder));
+        store::StoreOpening opened = store::StoreOpening::success();
+        {
+            WithoutWriteAccess readOnly(folder);
+            opened = store::openStore(store::DataPaths::inFolder(folder));
+        }
+        QVERIFY(!opened.ok());
+        QVERIFY2(opened.error().contains(folder) && opened.error().contains(QStringLiteral("не може да се записва")),
+                 qPrintable(opened.error()));
+        QVERIFY(!opened.error().contains(QStringLiteral("вече работи")));
+    }
+
+    void filesOfTheFolderArePrivate()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.filePath(QStringLiteral("new")));
+        ::umask(022); // as a desktop session leaves it
+        QVERIFY(store::openStore(paths).ok());
+        QVERIFY_THROWS_EXCEPTION(store::SqlError, store::run(store::clinicDb(), QStringLiteral("SELECT * FROM NoSuchTable")));
+        QCOMPARE(modeOf(paths.folder), 0700);
+        const QStringList files = QDir(paths.folder).entryList(QDir::Files);
+        for (const char *name : {"velmorata.db", "velmorata.db-wal", "velmorata.db-shm", "data.db", "velmorata.lock", "velmorata.log"})
+            QVERIFY2(files.contains(QLatin1String(name)), name);
+        for (const QString &name : files)
+            QVERIFY2(modeOf(QDir(paths.folder).filePath(name)) == 0600, qPrintable(name));
+    }
+
+    void aWiderFolderIsTightenedWithOneNotice()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QVERIFY(store::openStore(paths).ok());
+        store::closeStore();
+        ::chmod(QFile::encodeName(paths.folder).constData(), 0755);
+        ::chmod(QFile::encodeName(paths.clinicDb).constData(), 0644);
+        QStringList notices;
+        store::setNoticeSink([&notices](const QString &text) { notices << text; });
+        QVERIFY(store::openStore(paths).ok());
+        store::closeStore();
+        QVERIFY(store::openStore(paths).ok()); // already private: nothing to say
+        store::setNoticeSink({});
+        QCOMPARE(notices.size(), 1);
+        QVERIFY(notices.first().contains(paths.folder));
+        QCOMPARE(modeOf(paths.folder), 0700);
+        QCOMPARE(modeOf(paths.clinicDb), 0600);
+        QVERIFY(readFile(store::logFilePath(paths.folder)).contains(notices.first().toUtf8()));
+    }
+
+    void engineErrorsAreToldInBulgarianAndLogged()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QVERIFY(store::openStore(paths).ok());
+        store::closeStore();
+        QSqlDatabase readOnly = store::addConnection(paths.dataDb, QStringLiteral("read-only"));
+        readOnly.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+        QVERIFY(readOnly.open());
+        try {
+            store::run(readOnly, QStringLiteral("DELETE FROM PostCode"));
+            QFAIL("a read-only file takes no delete");
+        } catch (const store::SqlError &error) {
+            QCOMPARE(error.code(), 8);
+            QVERIFY2(error.message().contains(paths.dataDb) && error.message().contains(QStringLiteral("само за четене")),
+                     qPrintable(error.message()));
+            QVERIFY(!error.message().contains(QStringLiteral("readonly")) && !error.message().contains(QStringLiteral("DELETE")));
+            QVERIFY(error.engineText().contains(QStringLiteral("readonly")) && error.engineText().contains(QStringLiteral("DELETE FROM PostCode")));
+            QVERIFY(readFile(store::logFilePath(paths.folder)).contains(error.engineText().toUtf8()));
+        }
+        readOnly.close();
+        readOnly = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("read-only"));
+    }
+
+    // A transaction holds the write lock from its start: a check it makes before writing cannot
+    // be overtaken by a second writer, who waits and, past the wait, is told the file is busy.
+    void aTransactionKeepsOtherWritersOutFromItsStart()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QVERIFY(store::openStore(paths).ok());
+        QSqlDatabase second = store::addConnection(paths.clinicDb, QStringLiteral("second"));
+        second.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=50"));
+        QVERIFY(second.open());
+        {
+            store::Transaction first(store::clinicDb());
+            QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 0);
+            try {
+                store::run(second, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
+                QFAIL("the second writer got in while the first was deciding");
+            } catch (const store::SqlError &error) {
+                QVERIFY2(error.message().contains(QStringLiteral("зает")) && error.message().contains(paths.clinicDb),
+                         qPrintable(error.message()));
+            }
+            store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('A')"));
+            first.commit();
+        }
+        store::run(second, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
+        second.close();
+        second = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("second"));
+        QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 2);
+    }
+
+    void aNewFileIsMadeWholeAndOnlyItsOwnIsDeleted_data()
+    {
+        QTest::addColumn<bool>("otherRunNamesItFirst");
+        QTest::addColumn<bool>("fillFails");
+        QTest::newRow("made") << false << false;
+        QTest::newRow("another run's file kept") << true << false;
+        QTest::newRow("a failed fill leaves nothing") << false << true;
+        QTest::newRow("a failed fill keeps another run's file") << true << true;
+    }
+    void aNewFileIsMadeWholeAndOnlyItsOwnIsDeleted()
+    {
+        QFETCH(bool, otherRunNamesItFirst);
+        QFETCH(bool, fillFails);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("velmorata.db"));
+        const auto made = store::createDatabaseFile(path, [&](const QSqlDatabase &db) {
+            store::run(db, QStringLiteral("CREATE TABLE Mine (A TEXT)"));
+            if (otherRunNamesItFirst)
+                writeFile(path, "another run's practice");
+            if (fillFails)
+                store::run(db, QStringLiteral("INSERT INTO Missing VALUES (1)"));
+        });
+        QCOMPARE(made.ok(), !fillFails);
+        QStringList expected;
+        if (otherRunNamesItFirst || !fillFails)
+            expected << QStringLiteral("velmorata.db");
+        if (fillFails) // the failure is logged beside the file
+            expected << QStringLiteral("velmorata.log");
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), expected);
+        if (otherRunNamesItFirst)
+            QCOMPARE(readFile(path), QByteArray("another run's practice"));
     }
 };
 

@@ -5,6 +5,27 @@
 
 #include <QCommandLineParser>
 
+namespace {
+
+// A number is printed as given, but a tab or a line break inside it would split its line or
+// shift its columns for the script that reads them: such characters are written escaped.
+QString escapeField(const QString &text)
+{
+    QString escaped;
+    for (const QChar c : text) {
+        switch (c.unicode()) {
+        case u'\\': escaped += QStringLiteral("\\\\"); break;
+        case u'\t': escaped += QStringLiteral("\\t"); break;
+        case u'\r': escaped += QStringLiteral("\\r"); break;
+        case u'\n': escaped += QStringLiteral("\\n"); break;
+        default: escaped += c;
+        }
+    }
+    return escaped;
+}
+
+} // namespace
+
 QString EgnCommand::summary() const { return QStringLiteral("check personal numbers (EGN)"); }
 
 QString EgnCommand::describe(const QString &egn, const QDate &today)
@@ -12,9 +33,11 @@ QString EgnCommand::describe(const QString &egn, const QDate &today)
     const auto flag = [](bool fault) { return fault ? QStringLiteral("1") : QStringLiteral("0"); };
     const std::optional<bool> over = EgnOverEighteen(egn, today);
     const QString adult = over ? flag(*over) : QStringLiteral("?");
-    return QStringList{egn, flag(EgnDateBad(egn)), flag(EgnMonthBad(egn)), flag(EgnCheckDigitBad(egn)),
-                       EgnBirthDateText(egn), EgnSex(egn), adult}
-        .join(u'\t');
+    QStringList fields{egn, flag(EgnDateBad(egn)), flag(EgnMonthBad(egn)), flag(EgnCheckDigitBad(egn)),
+                       EgnBirthDateText(egn), EgnSex(egn), adult};
+    for (QString &field : fields)
+        field = escapeField(field);
+    return fields.join(u'\t');
 }
 
 int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)

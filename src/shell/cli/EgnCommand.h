@@ -6,6 +6,7 @@
 
 // velmorata egn [--today DD.MM.YYYY] NUMBER...: one line per number with the verdicts of the
 // three tests, the birth date text, the sex and the over-eighteen answer, separated by tabs.
+// A tab, carriage return, line feed or backslash inside a field is written \t, \r, \n, \\.
 class EgnCommand final : public Command
 {
 public:

@@ -8,19 +8,20 @@
 #include "shell/ui/Splash.h"
 #include "shell/ui/WidgetDialogs.h"
 #include "shell/ui/frmMain.h"
-#include "store/InstanceLock.h"
 #include "store/Store.h"
 
 #include <QApplication>
-#include <QDir>
 
-Outcome openDataFolder(const store::DataPaths &paths, store::InstanceLock &lock)
+Outcome openDataFolder(const store::DataPaths &paths)
 {
-    if (!QDir().mkpath(paths.folder))
-        return Outcome::failure(QStringLiteral("Папката с данните %1 не може да се създаде.").arg(paths.folder));
-    if (!lock.acquire())
-        return Outcome::failure(QStringLiteral("Програмата вече работи с папката с данни ") + paths.folder + u'.');
-    return store::openStore(paths);
+    store::StoreOpening opened = store::openStore(paths);
+    if (opened.stoppedAtEmptyClinicFile()
+        && dialogs().question(QStringLiteral("Файлът %1 е празен (0 байта). Така изглежда и неуспешно копиране или "
+                                             "възстановяване на данните; тогава отговорете \"НЕ\" и възстановете "
+                                             "архива.\rДа започне ли в него нова, празна практика?")
+                                  .arg(paths.clinicDb)))
+        opened = store::openStore(paths, {.emptyClinicFileIsNew = true});
+    return opened ? Outcome::success() : Outcome::failure(opened.error());
 }
 
 bool signInAtStart()
@@ -47,8 +48,7 @@ int runDesktop(const QString &dataFolder)
     Splash splash;
     splash.showUntilNextSecond();
 
-    store::InstanceLock lock(paths.folder);
-    if (const Outcome opened = openDataFolder(paths, lock); !opened) {
+    if (const Outcome opened = openDataFolder(paths); !opened) {
         dialogs().information(opened.error());
         return 1;
     }

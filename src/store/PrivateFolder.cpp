@@ -1,0 +1,49 @@
+#include "store/PrivateFolder.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/stat.h>
+
+namespace store {
+namespace {
+
+enum class Tightening { AlreadyPrivate, Tightened, Failed };
+
+// Links are left alone: a link could point at a file outside the folder.
+Tightening tighten(const QString &path, mode_t privateMode)
+{
+    struct stat info {};
+    const QByteArray name = QFile::encodeName(path);
+    if (::lstat(name.constData(), &info) != 0 || S_ISLNK(info.st_mode) || (info.st_mode & 077) == 0)
+        return Tightening::AlreadyPrivate;
+    return ::chmod(name.constData(), privateMode) == 0 ? Tightening::Tightened : Tightening::Failed;
+}
+
+} // namespace
+
+void makeNewFilesPrivate() { ::umask(077); }
+
+QString tightenFolder(const QString &folder)
+{
+    bool tightened = false;
+    bool failed = false;
+    const auto count = [&](Tightening result) {
+        tightened = tightened || result == Tightening::Tightened;
+        failed = failed || result == Tightening::Failed;
+    };
+    count(tighten(folder, 0700));
+    for (const QString &file : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System))
+        count(tighten(QDir(folder).absoluteFilePath(file), 0600));
+    if (failed)
+        return QStringLiteral("Достъпът до папката с данните %1 не може да се ограничи само до собственика; "
+                              "проверете собственика и правата на папката и файловете в нея.")
+            .arg(folder);
+    if (tightened)
+        return QStringLiteral("Папката с данните %1 беше достъпна и за други потребители; "
+                              "достъпът е ограничен само до собственика.")
+            .arg(folder);
+    return {};
+}
+
+} // namespace store
