@@ -101,7 +101,7 @@ Outcome SaveDiaryPage(const QSqlDatabase &clinic, const DiaryPage &page)
             query.addBindValue(store::textOrNull(page.slotTexts.value(slot)));
         query.addBindValue(page.id);
         if (!query.exec())
-            throw store::SqlError(query.lastError().text());
+            throw store::SqlError(clinic, query);
         transaction.commit();
     } catch (const store::SqlError &error) {
         return Outcome::failure(QStringLiteral("Страницата на графика не е записана: ") + error.message());

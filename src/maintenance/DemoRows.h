@@ -12,11 +12,12 @@ class DemoRows final
 {
 public:
     DemoRows(const QSqlDatabase &db, const QString &table, const QStringList &columns)
-        : m_query(db)
+        : m_db(db)
+        , m_query(db)
     {
         const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
         if (!m_query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, columns.join(u','), marks)))
-            throw store::SqlError(m_query.lastError().text());
+            throw store::SqlError(m_db, m_query);
     }
 
     void add(const QVariantList &values)
@@ -24,9 +25,10 @@ public:
         for (int i = 0; i < values.size(); ++i)
             m_query.bindValue(i, values.at(i));
         if (!m_query.exec())
-            throw store::SqlError(m_query.lastError().text());
+            throw store::SqlError(m_db, m_query);
     }
 
 private:
+    QSqlDatabase m_db;
     QSqlQuery m_query;
 };

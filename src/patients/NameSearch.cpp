@@ -44,7 +44,7 @@ QSqlQuery candidates(const QString &key, const QString &medicCode)
     query.addBindValue(medicCode);
     query.addBindValue(QString(QChar(0x1680)));
     if (!query.exec())
-        throw store::SqlError(query.lastError().text());
+        throw store::SqlError(store::clinicDb(), query);
     return query;
 }
 

@@ -86,7 +86,7 @@ qint64 insertChart(const CardData &card, const QString &egn)
     for (const QString &text : card.chart)
         insert.addBindValue(store::textOrNull(text));
     if (!insert.exec())
-        throw store::SqlError(insert.lastError().text());
+        throw store::SqlError(store::clinicDb(), insert);
     return insert.lastInsertId().toLongLong();
 }
 
@@ -99,7 +99,7 @@ void updateChart(const CardData &card)
         update.addBindValue(store::textOrNull(text));
     update.addBindValue(card.dentalRowId);
     if (!update.exec())
-        throw store::SqlError(update.lastError().text());
+        throw store::SqlError(store::clinicDb(), update);
 }
 
 void writeChart(const CardData &card, const QString &egn)
@@ -130,7 +130,7 @@ qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCar
     for (const QString &name : names)
         insert.addBindValue(values.value(name));
     if (!insert.exec())
-        throw store::SqlError(insert.lastError().text());
+        throw store::SqlError(store::clinicDb(), insert);
     return insert.lastInsertId().toLongLong();
 }
 
@@ -157,7 +157,7 @@ void updatePersonalData(const CardData &card)
         update.addBindValue(fieldValue(card, field));
     update.addBindValue(card.pacientRowId);
     if (!update.exec())
-        throw store::SqlError(update.lastError().text());
+        throw store::SqlError(store::clinicDb(), update);
 }
 
 QString noValidNumberMessage()

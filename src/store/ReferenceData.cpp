@@ -56,7 +56,8 @@ void createRazhNorm(const QSqlDatabase &data, const CsvTable &norms)
 
 CsvRowInserter::CsvRowInserter(const QSqlDatabase &db, const QString &table, const QStringList &header,
                                const QString &source, bool idIsLine)
-    : m_insert(db)
+    : m_db(db)
+    , m_insert(db)
     , m_source(source)
     , m_idIsLine(idIsLine)
 {
@@ -72,7 +73,7 @@ CsvRowInserter::CsvRowInserter(const QSqlDatabase &db, const QString &table, con
         columns.prepend(QStringLiteral("ID"));
     const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
     if (!m_insert.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, columns.join(u','), marks)))
-        throw SqlError(m_insert.lastError().text());
+        throw SqlError(m_db, m_insert);
 }
 
 void CsvRowInserter::add(const QStringList &fields, int line)
@@ -87,7 +88,7 @@ void CsvRowInserter::add(const QStringList &fields, int line)
             throw SqlError(csvLineMessage(m_source, line, QStringLiteral("\"%1\" не е число.").arg(fields.at(c))));
     }
     if (!m_insert.exec())
-        throw SqlError(csvLineMessage(m_source, line, m_insert.lastError().text()));
+        throw SqlError(csvLineMessage(m_source, line, SqlError(m_db, m_insert).message()));
 }
 
 void insertCsvRows(const QSqlDatabase &db, const QString &table, const CsvTable &csv, const QString &source)
@@ -140,7 +141,7 @@ Result<int> replacePostCodes(const QSqlDatabase &data, CsvReader &reader, const 
     CsvRowInserter insert(data, QStringLiteral("PostCode"), wanted, csvPath, true);
     QSqlQuery firstLine(data);
     if (!firstLine.prepare(QStringLiteral("SELECT ID FROM PostCode WHERE PKod = ?")))
-        throw SqlError(firstLine.lastError().text());
+        throw SqlError(data, firstLine);
     int rows = 0;
     QStringList fields;
     int line = 0;
@@ -153,7 +154,7 @@ Result<int> replacePostCodes(const QSqlDatabase &data, CsvReader &reader, const 
             return Result<int>::failure(csvLineMessage(csvPath, line, QStringLiteral("липсва пощенски код.")));
         firstLine.bindValue(0, code);
         if (!firstLine.exec())
-            throw SqlError(firstLine.lastError().text());
+            throw SqlError(data, firstLine);
         if (firstLine.next())
             return Result<int>::failure(csvLineMessage(
                 csvPath, line,

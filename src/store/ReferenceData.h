@@ -25,6 +25,7 @@ public:
     void add(const QStringList &fields, int line);
 
 private:
+    QSqlDatabase m_db;
     QSqlQuery m_insert;
     QString m_source;
     bool m_idIsLine;

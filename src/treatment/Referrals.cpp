@@ -119,7 +119,7 @@ QString writeReferral(const QSqlDatabase &clinic, const ReferralTable &table, Re
     if (referral.id != 0)
         query.addBindValue(referral.id);
     if (!query.exec())
-        throw store::SqlError(query.lastError().text());
+        throw store::SqlError(clinic, query);
     transaction.commit();
     if (referral.id == 0)
         referral.id = query.lastInsertId().toLongLong();

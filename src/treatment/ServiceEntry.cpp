@@ -155,7 +155,7 @@ QString writeLine(const QSqlDatabase &clinic, const ServiceContext &context, Ser
     if (line.id != 0)
         query.addBindValue(line.id);
     if (!query.exec())
-        throw store::SqlError(query.lastError().text());
+        throw store::SqlError(clinic, query);
     if (line.id != 0 && query.numRowsAffected() != 1)
         throw store::SqlError(QStringLiteral("редът вече го няма в базата; затворете и отворете отново прозореца"));
     if (line.id == 0)

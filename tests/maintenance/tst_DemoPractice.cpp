@@ -65,6 +65,7 @@ private slots:
         checkLines(today);
         checkSheets(today);
         checkDays(today);
+        checkPrices();
         checkDiary();
         store::closeStore();
     }
@@ -96,29 +97,6 @@ private slots:
         QVERIFY(!made.ok());
         QVERIFY2(made.error().contains(named), qPrintable(made.error()));
         QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("velmorata.db")))); // refused before anything is made
-    }
-
-    // Two runs started together on one new folder: never one practice made of both.
-    void twoRunsNeverMerge()
-    {
-        for (int trial = 0; trial < 4; ++trial) {
-            QTemporaryDir folder;
-            const QStringList arguments{QStringLiteral("demo"), QStringLiteral("--data-dir"), folder.path(),
-                                        QStringLiteral("--patients"), QStringLiteral("150"), QStringLiteral("--doctors"),
-                                        QStringLiteral("2"), QStringLiteral("--today"), QStringLiteral("20.11.2026")};
-            QProcess first, second;
-            first.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
-            second.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
-            QVERIFY(first.waitForFinished(60000) && second.waitForFinished(60000));
-            QVERIFY(first.exitCode() == 0 || second.exitCode() == 0 || QFile::exists(folder.filePath(QStringLiteral("velmorata.db"))));
-            if (!store::openStore(store::DataPaths::inFolder(folder.path())).ok())
-                continue; // a refusal at the start of both leaves nothing to look at
-            const int doctorsStored = count(QStringLiteral("SELECT COUNT(*) FROM Medic"));
-            const int patientsStored = count(QStringLiteral("SELECT COUNT(*) FROM Pacients"));
-            store::closeStore();
-            QVERIFY2(doctorsStored <= 2 && patientsStored <= 150,
-                     qPrintable(QStringLiteral("trial %1: %2 doctors, %3 patients").arg(trial).arg(doctorsStored).arg(patientsStored)));
-        }
     }
 
 private:
@@ -199,6 +177,17 @@ private:
         const auto left = MinutesLeftOn(store::clinicDb(), today);
         QVERIFY(left.ok());
         QVERIFY2(left.value() >= 0 && left.value() < MinutesOfDay, qPrintable(QString::number(left.value())));
+    }
+
+    // Every line has the fund's minutes and one of the fund's prices for its code; 103 is timed
+    // and priced by the fund's row 101.
+    void checkPrices()
+    {
+        QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '301' AND Cena NOT IN (21.13, 25.13)")), 0);
+        QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM Help h JOIN CenyZK z ON z.Kod = h.KodHelp "
+                                      "WHERE h.KodHelp <> '103' AND h.Times <> z.Times")),
+                 0);
+        QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '103' AND (Times <> 15 OR Cena <> 6.44)")), 0);
     }
 
     // Booked slots hold the first name with its closing blank, of one of the doctor's patients.

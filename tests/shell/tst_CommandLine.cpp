@@ -137,31 +137,6 @@ private slots:
         QCOMPARE(column(two.path(), lines), column(one.path(), lines));
     }
 
-    void demoPracticeFollowsTheRules()
-    {
-        QTemporaryDir folder;
-        const Run made = demo(folder.path(), QStringLiteral("3"));
-        QCOMPARE(made.exitCode, 0);
-        QVERIFY(made.out.contains(QStringLiteral("Doctors")));
-        // Sheets run per doctor and year from 000001 without gaps.
-        const QStringList gaps = column(folder.path(), QStringLiteral(
-            "SELECT KodMedic || substr(Data, 1, 4) FROM Help GROUP BY KodMedic, substr(Data, 1, 4) "
-            "HAVING MIN(ListID) <> '000001' OR CAST(MAX(ListID) AS INTEGER) <> COUNT(DISTINCT ListID)"));
-        QVERIFY2(gaps.isEmpty(), qPrintable(gaps.join(u',')));
-        // Every 301 line is priced by one of the fund's two prices, every line has the fund's minutes.
-        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '301' AND Cena NOT IN (21.13, 25.13)")),
-                 QStringList{QStringLiteral("0")});
-        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help h JOIN CenyZK z ON z.Kod = h.KodHelp "
-                                                      "WHERE h.KodHelp <> '103' AND h.Times <> z.Times")),
-                 QStringList{QStringLiteral("0")});
-        // 103 is timed and priced by the fund's row 101.
-        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Help WHERE KodHelp = '103' AND (Times <> 15 OR Cena <> 6.44)")),
-                 QStringList{QStringLiteral("0")});
-        // Access codes are never stored in clear.
-        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Medic WHERE Password NOT LIKE '$argon2id$%'")),
-                 QStringList{QStringLiteral("0")});
-    }
-
     void demoRefusesAPracticeWithPeople()
     {
         QTemporaryDir folder;
