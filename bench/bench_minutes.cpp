@@ -2,7 +2,7 @@
 // not grow with the service lines of the practice.
 #include "BenchPractice.h"
 
-#include "shell/Calendar.h"
+#include "base/Calendar.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/Minutes.h"

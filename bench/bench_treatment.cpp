@@ -2,8 +2,8 @@
 // the patient's lines and the next sheet number), and the save of one line with the day's recount.
 #include "BenchPractice.h"
 
-#include "shell/Calendar.h"
-#include "shell/RunState.h"
+#include "base/Calendar.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"

@@ -5,8 +5,8 @@
 //       -o /tmp/treatment_shots
 //   build/velmorata demo --data-dir /tmp/demo     (see `velmorata demo --help`)
 //   QT_QPA_PLATFORM=offscreen /tmp/treatment_shots /tmp/demo /tmp/shots
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "treatment/Minutes.h"

@@ -1,6 +1,6 @@
 #include "shell/Startup.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 
 Result<bool> CheckDoctors()

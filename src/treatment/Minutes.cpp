@@ -1,7 +1,7 @@
 #include "treatment/Minutes.h"
 
-#include "shell/Calendar.h"
-#include "shell/RunState.h"
+#include "base/Calendar.h"
+#include "base/RunState.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 

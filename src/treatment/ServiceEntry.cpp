@@ -1,6 +1,6 @@
 #include "treatment/ServiceEntry.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/FundPrice.h"

@@ -4,7 +4,7 @@
 
 #include "admin/Diary.h"
 #include "admin/ui/Grafic.h"
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 
 #include <QLabel>

@@ -3,7 +3,7 @@
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "treatment/ui/ViewHelp.h"
 
 #include "TestPractice.h"

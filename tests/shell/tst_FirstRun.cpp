@@ -1,7 +1,7 @@
 #include "TestPractice.h"
 #include "Typing.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
 #include "store/Sql.h"

@@ -4,7 +4,7 @@
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "shell/ui/frmMain.h"
 #include "treatment/ui/DenHelp.h"
 

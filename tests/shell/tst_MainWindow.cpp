@@ -2,7 +2,7 @@
 #include "TestPractice.h"
 
 #include "Version.h"
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "patients/ui/KartonAdd.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/TimeDay.h"

@@ -1,6 +1,6 @@
 #include "TestPractice.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "shell/ui/SharedDialogs.h"
 #include "shell/ui/TimeDay.h"
 

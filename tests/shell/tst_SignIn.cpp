@@ -4,7 +4,7 @@
 
 #include "admin/AccessCodes.h"
 #include "admin/Doctors.h"
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "shell/ui/ChangePassword.h"
 #include "shell/ui/Password.h"
 #include "store/Sql.h"

@@ -12,7 +12,7 @@
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/Password.h"
 #include "shell/ui/TimeDay.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/ui/WindowPlacement.h"
 #include "shell/ui/frmMain.h"
 
 #include <QGuiApplication>

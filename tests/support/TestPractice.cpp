@@ -2,8 +2,8 @@
 
 #include "admin/AccessCodes.h"
 #include "patients/EgnRules.h"
-#include "shell/Calendar.h"
-#include "shell/RunState.h"
+#include "base/Calendar.h"
+#include "base/RunState.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "store/Store.h"

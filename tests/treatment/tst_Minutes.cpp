@@ -1,6 +1,6 @@
 #include "TestPractice.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 #include "treatment/Minutes.h"
 

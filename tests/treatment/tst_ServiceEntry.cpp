@@ -2,7 +2,7 @@
 // and the rows that must not be written.
 #include "TestPractice.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 #include "treatment/ServiceEntry.h"
 

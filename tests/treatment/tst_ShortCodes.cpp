@@ -1,7 +1,7 @@
 // The whole short-code table, typed into the code cell and saved: what reaches the store.
 #include "TestPractice.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "store/Sql.h"
 #include "treatment/ServiceEntry.h"
 #include "treatment/ShortCodes.h"

@@ -2,7 +2,7 @@
 // minimum size fits it, its buttons included, and each opens with its frame on the screen.
 #include "TestPractice.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 #include "treatment/ui/DenHelp.h"
 #include "treatment/ui/PathWay.h"
 #include "treatment/ui/ViewHelp.h"

@@ -1,10 +1,10 @@
 #include "admin/ui/Cenoraz.h"
 
-#include "shell/ui/NamedButton.h"
+#include "base/ui/NamedButton.h"
 
-#include "shell/Dialogs.h"
-#include "shell/UnsavedTyping.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/Dialogs.h"
+#include "base/UnsavedTyping.h"
+#include "base/ui/WindowPlacement.h"
 #include "store/Sql.h"
 
 #include <QFormLayout>

@@ -1,12 +1,12 @@
 #include "admin/ui/Grafic.h"
 
-#include "shell/ui/NamedButton.h"
+#include "base/ui/NamedButton.h"
 
-#include "shell/Calendar.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
-#include "shell/UnsavedTyping.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/Calendar.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
+#include "base/UnsavedTyping.h"
+#include "base/ui/WindowPlacement.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 

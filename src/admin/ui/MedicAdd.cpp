@@ -1,7 +1,7 @@
 #include "admin/ui/MedicAdd.h"
 
 #include "admin/Doctors.h"
-#include "shell/Dialogs.h"
+#include "base/Dialogs.h"
 
 #include <QApplication>
 #include <QFormLayout>

@@ -3,10 +3,10 @@
 #include "patients/ui/ChartWidget.h"
 #include "patients/ui/FocusLeaving.h"
 #include "patients/ui/SeekName.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
-#include "shell/UnsavedTyping.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
+#include "base/UnsavedTyping.h"
+#include "base/ui/WindowPlacement.h"
 #include "treatment/ui/ViewHelp.h"
 
 #include <QCloseEvent>

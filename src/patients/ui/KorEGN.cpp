@@ -2,8 +2,8 @@
 
 #include "patients/EgnCorrection.h"
 #include "patients/ui/FocusLeaving.h"
-#include "shell/Dialogs.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/Dialogs.h"
+#include "base/ui/WindowPlacement.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>

@@ -1,9 +1,9 @@
 #include "patients/ui/SeekName.h"
 
 #include "patients/NameSearch.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
+#include "base/ui/WindowPlacement.h"
 
 #include <QComboBox>
 #include <QGridLayout>

@@ -3,8 +3,8 @@
 #include "shell/ui/CodeField.h"
 
 #include "admin/Doctors.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
 #include "shell/ui/PlainMessage.h"
 
 #include <QFormLayout>

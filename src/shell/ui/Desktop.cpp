@@ -1,8 +1,8 @@
 #include "shell/ui/Desktop.h"
 
 #include "admin/ui/MedicAdd.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
 #include "shell/Startup.h"
 #include "shell/ui/Password.h"
 #include "shell/ui/Splash.h"

@@ -1,6 +1,6 @@
 #include "shell/ui/HelpWindow.h"
 
-#include "shell/ui/NamedButton.h"
+#include "base/ui/NamedButton.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,12 +2,12 @@
 
 #include "shell/ui/CodeField.h"
 
-#include "shell/ui/NamedButton.h"
+#include "base/ui/NamedButton.h"
 
 #include "admin/Doctors.h"
 #include "admin/ui/MedicAdd.h"
-#include "shell/Dialogs.h"
-#include "shell/RunState.h"
+#include "base/Dialogs.h"
+#include "base/RunState.h"
 
 #include <QComboBox>
 #include <QGroupBox>

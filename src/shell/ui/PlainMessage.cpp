@@ -1,6 +1,6 @@
 #include "shell/ui/PlainMessage.h"
 
-#include "shell/Dialogs.h"
+#include "base/Dialogs.h"
 
 void plainMessage(QWidget *parent, const QString &title, const QString &text, QMessageBox::Icon icon)
 {

@@ -1,7 +1,7 @@
 #include "shell/ui/SharedDialogs.h"
 
-#include "shell/Calendar.h"
-#include "shell/Dialogs.h"
+#include "base/Calendar.h"
+#include "base/Dialogs.h"
 #include "store/Dates.h"
 
 #include <QApplication>

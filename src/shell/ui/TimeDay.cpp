@@ -1,6 +1,6 @@
 #include "shell/ui/TimeDay.h"
 
-#include "shell/RunState.h"
+#include "base/RunState.h"
 
 #include <QEvent>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "treatment/ui/PathWay.h"
 
-#include "shell/Calendar.h"
-#include "shell/Dialogs.h"
-#include "shell/UnsavedTyping.h"
+#include "base/Calendar.h"
+#include "base/Dialogs.h"
+#include "base/UnsavedTyping.h"
 #include "store/Sql.h"
 #include "treatment/ui/ReferralGrid.h"
 

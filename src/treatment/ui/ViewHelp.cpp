@@ -1,11 +1,11 @@
 #include "treatment/ui/ViewHelp.h"
 
-#include "shell/Captions.h"
-#include "shell/Dialogs.h"
+#include "base/Captions.h"
+#include "base/Dialogs.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/ServiceColumns.h"
-#include "shell/ui/WindowPlacement.h"
+#include "base/ui/WindowPlacement.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>

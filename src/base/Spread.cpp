@@ -1,4 +1,4 @@
-#include "shell/Spread.h"
+#include "base/Spread.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "shell/Calendar.h"
+#include "base/Calendar.h"
 
 namespace calendar {
 namespace {

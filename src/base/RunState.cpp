@@ -1,4 +1,4 @@
-#include "shell/RunState.h"
+#include "base/RunState.h"
 
 #include "store/Sql.h"
 

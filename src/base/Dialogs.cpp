@@ -1,6 +1,6 @@
-#include "shell/Dialogs.h"
+#include "base/Dialogs.h"
 
-#include "shell/Calendar.h"
+#include "base/Calendar.h"
 
 namespace {
 
