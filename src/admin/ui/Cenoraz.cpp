@@ -4,6 +4,7 @@
 
 #include "base/Dialogs.h"
 #include "base/UnsavedTyping.h"
+#include "base/ui/TypingTableView.h"
 #include "base/ui/WindowPlacement.h"
 #include "store/Sql.h"
 
@@ -38,7 +39,7 @@ Cenoraz::Cenoraz(QWidget *parent)
     setWindowTitle(QStringLiteral("Ценоразпис"));
     m_model = new QStandardItemModel(0, 3, this);
     m_model->setHorizontalHeaderLabels({QStringLiteral("Код"), QStringLiteral("Вид манулация"), QStringLiteral("Цена")});
-    m_list = new QTableView(this);
+    m_list = new TypingTableView(this);
     m_list->setObjectName(QStringLiteral("DBGrid1"));
     m_list->setModel(m_model);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -3,6 +3,7 @@
 #include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/UnsavedTyping.h"
+#include "base/ui/TypingTableView.h"
 #include "store/Sql.h"
 #include "treatment/ui/ReferralGrid.h"
 
@@ -52,7 +53,7 @@ QWidget *PathWay::buildGrid(ReferralKind kind, const QString &name, const QStrin
 {
     const int which = int(m_grids.size());
     auto *frame = new QGroupBox(referralTable(kind).frameCaption, this);
-    Grid grid{new ReferralGridModel(kind, this), new QTableView(frame), new QPushButton(QStringLiteral("Запиши"), frame),
+    Grid grid{new ReferralGridModel(kind, this), new TypingTableView(frame), new QPushButton(QStringLiteral("Запиши"), frame),
               new QPushButton(QStringLiteral("Изтрий"), frame)};
     grid.view->setObjectName(name);
     grid.view->setModel(grid.model);

@@ -139,7 +139,7 @@ void ServiceGridModel::dropRow(int row)
 }
 
 ServiceGridView::ServiceGridView(QWidget *parent)
-    : QTableView(parent)
+    : TypingTableView(parent)
 {
     setObjectName(QStringLiteral("DBGrid1"));
     setSelectionBehavior(QAbstractItemView::SelectItems);
@@ -169,7 +169,7 @@ void ServiceGridView::keyPressEvent(QKeyEvent *event)
 
 void ServiceGridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    QTableView::closeEditor(editor, hint);
+    TypingTableView::closeEditor(editor, hint);
     // The delegate ends an edit with this hint only for Enter: the cell is committed, now save.
     if (hint == QAbstractItemDelegate::SubmitModelCache)
         emit enterPressed();

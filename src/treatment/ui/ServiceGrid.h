@@ -4,7 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <QDate>
-#include <QTableView>
+#include "base/ui/TypingTableView.h"
 
 // The patient's service lines for the grid of the treatment window, with the new row at the
 // bottom. A row is written only by the save; typing into a row (or "Поправи") puts it into
@@ -50,7 +50,7 @@ private:
 
 // DBGrid1: Enter saves, also while a cell is being edited; "(" (character 40) acts as the
 // beginning of a new row does.
-class ServiceGridView final : public QTableView
+class ServiceGridView final : public TypingTableView
 {
     Q_OBJECT
 public:
