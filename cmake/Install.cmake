@@ -15,14 +15,18 @@ set_source_files_properties(src/shell/DataFiles.cpp PROPERTIES
   COMPILE_DEFINITIONS "VELMORATA_HELP_FROM_PROGRAM=\"${HELP_FROM_PROGRAM}\"")
 
 configure_file(packaging/velmorata.1 ${PACKAGING_OUT}/velmorata.1 @ONLY)
+# A new version gets its entry in packaging/changelog by hand, with the date of its release.
+configure_file(packaging/changelog ${PACKAGING_OUT}/changelog @ONLY)
 configure_file(packaging/bg.velmorata.velmorata.metainfo.xml ${PACKAGING_OUT}/bg.velmorata.velmorata.metainfo.xml
                @ONLY)
 
 # Debian keeps manual pages compressed; -n leaves out the time, so the same page gives the same file.
 find_program(GZIP_PROGRAM gzip REQUIRED)
-add_custom_command(OUTPUT ${PACKAGING_OUT}/velmorata.1.gz
-  COMMAND ${GZIP_PROGRAM} -9nkf ${PACKAGING_OUT}/velmorata.1
-  DEPENDS ${PACKAGING_OUT}/velmorata.1)
+foreach(page velmorata.1 changelog)
+  add_custom_command(OUTPUT ${PACKAGING_OUT}/${page}.gz
+    COMMAND ${GZIP_PROGRAM} -9nkf ${PACKAGING_OUT}/${page}
+    DEPENDS ${PACKAGING_OUT}/${page})
+endforeach()
 
 # The small sizes of the logo are scaled from the 48-pixel picture; larger ones come from the SVG.
 set(ICON_SIZES 16 22 24 32 48)
@@ -36,7 +40,10 @@ target_link_libraries(icon_sizes PRIVATE Qt6::Gui)
 add_custom_command(OUTPUT ${ICON_FILES}
   COMMAND icon_sizes ${CMAKE_SOURCE_DIR}/src/shell/ui/icons/Velmorata.png ${ICON_THEME} ${ICON_SIZES}
   DEPENDS icon_sizes ${CMAKE_SOURCE_DIR}/src/shell/ui/icons/Velmorata.png)
-add_custom_target(packaging_files ALL DEPENDS ${ICON_FILES} ${PACKAGING_OUT}/velmorata.1.gz)
+add_custom_target(packaging_files ALL DEPENDS ${ICON_FILES} ${PACKAGING_OUT}/velmorata.1.gz ${PACKAGING_OUT}/changelog.gz)
+
+# Relocations are resolved at start and then made read-only, as Debian builds its programs.
+target_link_options(velmorata PRIVATE -Wl,-z,relro,-z,now)
 
 install(TARGETS velmorata RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY help/ DESTINATION ${HELP_INSTALL_DIR})
@@ -45,6 +52,7 @@ install(FILES ${PACKAGING_OUT}/bg.velmorata.velmorata.metainfo.xml DESTINATION $
 install(DIRECTORY ${ICON_THEME}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 install(FILES packaging/velmorata.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES ${PACKAGING_OUT}/velmorata.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PACKAGING_OUT}/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # The Debian package. The libraries the program links are found by dpkg-shlibdeps; what it
 # loads or uses without linking is named here: the SQLite driver of QtSql, the font of the prints,

@@ -1,8 +1,8 @@
 #include "shell/cli/HelpPathCommand.h"
 
 #include "shell/DataFiles.h"
+#include "shell/cli/ParseArguments.h"
 
-#include <QCommandLineParser>
 #include <QDir>
 
 #include <optional>
@@ -40,14 +40,8 @@ int HelpPathCommand::execute(const QStringList &arguments, QTextStream &out, QTe
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("CONTEXT"), QStringLiteral("A help context number."),
                                  QStringLiteral("[CONTEXT]"));
-    if (!parser.parse(arguments)) {
-        err << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const std::optional<int> ended = parseArguments(parser, arguments, out, err))
+        return *ended;
     const std::optional<int> context = contextOf(parser.positionalArguments());
     if (!context) {
         err << "help-path: give one help context number (0 or more)" << Qt::endl;
