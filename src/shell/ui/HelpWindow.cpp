@@ -1,10 +1,8 @@
 #include "shell/ui/HelpWindow.h"
 
 #include "base/ui/NamedButton.h"
+#include "shell/DataFiles.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -29,22 +27,9 @@ HelpWindow::HelpWindow(QWidget *parent)
     resize(640, 560);
 }
 
-QString HelpWindow::folderBesideProgram()
-{
-    return QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("help"));
-}
+QString HelpWindow::folderBesideProgram() { return datafiles::helpFolder(); }
 
-QString HelpWindow::pagePath(const QString &folder, int context)
-{
-    const QDir dir(folder);
-    if (context > 0) {
-        const QFileInfo page(dir.filePath(QStringLiteral("%1.html").arg(context)));
-        if (page.isFile())
-            return page.absoluteFilePath();
-    }
-    const QFileInfo contents(dir.filePath(QStringLiteral("index.html")));
-    return contents.isFile() ? contents.absoluteFilePath() : QString();
-}
+QString HelpWindow::pagePath(const QString &folder, int context) { return datafiles::helpPagePath(folder, context); }
 
 void HelpWindow::showPage(const QString &path) { m_browser->setSource(QUrl::fromLocalFile(path)); }
 

@@ -1,0 +1,15 @@
+#include "shell/cli/ParseArguments.h"
+
+std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList &arguments, QTextStream &out,
+                                  QTextStream &err)
+{
+    if (!parser.parse(arguments)) {
+        err << parser.errorText() << Qt::endl;
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        out << parser.helpText();
+        return 0;
+    }
+    return std::nullopt;
+}

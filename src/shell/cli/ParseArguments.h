@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QCommandLineParser>
+#include <QStringList>
+#include <QTextStream>
+
+#include <optional>
+
+// Parses a command's arguments with its parser. Gives the exit code when the run ends here:
+// 2 after a wrong command line (the fault on `err`), 0 after --help was answered on `out`;
+// nothing when the command goes on.
+std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList &arguments, QTextStream &out,
+                                  QTextStream &err);
