@@ -23,7 +23,6 @@ QStringList uniqueKeyOf(const QString &table)
         {QStringLiteral("Dental"), {QStringLiteral("EGN")}},
         {QStringLiteral("Medic"), {QStringLiteral("Names")}},
         {QStringLiteral("MedicUnit"), {}},
-        {QStringLiteral("CenyZK"), {QStringLiteral("Kod")}},
         {QStringLiteral("Ceny"), {QStringLiteral("KodHelp")}},
         {QStringLiteral("Grafic"), {QStringLiteral("KodMedic"), QStringLiteral("Data")}},
         {QStringLiteral("PostCode"), {QStringLiteral("PKod")}},
