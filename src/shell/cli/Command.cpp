@@ -4,7 +4,9 @@
 #include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
 #include "shell/cli/HelpPathCommand.h"
+#include "shell/cli/ImportLegacyCommand.h"
 #include "shell/cli/ImportPostcodesCommand.h"
+#include "shell/cli/ImportZoksCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -14,6 +16,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ImportPostcodesCommand>());
     commands.push_back(std::make_unique<DoctorCommand>());
     commands.push_back(std::make_unique<HelpPathCommand>());
+    commands.push_back(std::make_unique<ImportZoksCommand>());
+    commands.push_back(std::make_unique<ImportLegacyCommand>());
     return commands;
 }
 

@@ -4,12 +4,15 @@
 
 #include "admin/ui/Cenoraz.h"
 #include "admin/ui/Grafic.h"
+#include "maintenance/ui/LegacyTakeoverScreen.h"
+#include "maintenance/ui/ZoksImportScreen.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
 #include "treatment/ui/DenHelp.h"
 
 #include <QAction>
+#include <QMenu>
 
 namespace {
 
@@ -27,6 +30,18 @@ void openTreatment(const QString &egn, const QString &name, const QString &openM
     });
 }
 
+// The take-over of an earlier edition's practice is no item of the system's own menu: it stands
+// in "Служебна" after "Зареждане на данни", beside the other way of bringing data in.
+void addTakeOverCommand(QMenu *service, QAction *restore, QWidget *owner)
+{
+    const QList<QAction *> items = service->actions();
+    const qsizetype after = items.indexOf(restore) + 1;
+    auto *takeOver = new QAction(QStringLiteral("Пренасяне от стара версия"), service);
+    takeOver->setObjectName(QStringLiteral("mnuSlgLegacy"));
+    service->insertAction(after < items.size() ? items.at(after) : nullptr, takeOver);
+    QObject::connect(takeOver, &QAction::triggered, owner, [owner] { legacyscreen::TakeOverOldPractice(owner); });
+}
+
 } // namespace
 
 void frmMain::connectCommands()
@@ -35,6 +50,8 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuPacKor"), [this] { openSearch(1); });
     wire(QStringLiteral("mnuPacKorEGN"), [this] { KorEGN::open(this); });
     wire(QStringLiteral("mnuPacReg"), [this] { followCard(KartonAdd::openNew(this)); });
+    wire(QStringLiteral("mnuPacZOKC"), [this] { zoksscreen::ImportFromZoks(this); });
+    addTakeOverCommand(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")), this);
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
     wire(QStringLiteral("mnuSlgGraf"), [this] { Grafic::open(this); });
     wire(QStringLiteral("mnuExit"), [this] { exitProgram(); });

@@ -1,0 +1,48 @@
+#include "shell/cli/ImportLegacyCommand.h"
+
+#include "maintenance/LegacyTakeover.h"
+#include "store/DataPaths.h"
+
+#include <QCommandLineParser>
+
+int ImportLegacyCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Takes over the practice of the earlier Windows edition: velmorata.mdb and data.mdb of the\n"
+        "folder given by --from become the data of the data folder, which must hold no practice yet.\n"
+        "Dates are converted, access codes hashed; repeated rows are refused and numbers that fail\n"
+        "the EGN rules are taken and listed. The fund's prices stay those of this version.\n"
+        "With --dry-run nothing is written: the lines say what would be taken and refused."));
+    parser.addHelpOption();
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The new data folder."),
+                                     QStringLiteral("DIR"), store::DataPaths::defaultFolder());
+    const QCommandLineOption from(QStringLiteral("from"), QStringLiteral("The folder of velmorata.mdb and data.mdb."),
+                                  QStringLiteral("DIR"));
+    const QCommandLineOption dryRun(QStringLiteral("dry-run"), QStringLiteral("Report only; write nothing."));
+    parser.addOptions({dataDir, from, dryRun});
+    if (!parser.parse(arguments)) {
+        err << "import-legacy: " << parser.errorText() << Qt::endl;
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        out << parser.helpText();
+        return 0;
+    }
+    if (!parser.isSet(from) || !parser.positionalArguments().isEmpty()) {
+        err << "import-legacy: give --from DIR and nothing else" << Qt::endl;
+        return 2;
+    }
+    const auto plan = parser.isSet(dryRun) ? legacy::tryTakeOver(parser.value(from), parser.value(dataDir))
+                                           : legacy::takeOverOldPractice(parser.value(from), parser.value(dataDir));
+    if (!plan) {
+        err << "import-legacy: " << plan.error() << Qt::endl;
+        return 1;
+    }
+    QStringList lines = legacy::reportLines(plan.value());
+    out << (parser.isSet(dryRun) ? QStringLiteral("Проба, нищо не е записано. ") : QString()) << lines.takeFirst()
+        << Qt::endl;
+    for (const QString &line : lines)
+        err << "import-legacy: " << line << Qt::endl;
+    return 0;
+}
