@@ -1,5 +1,8 @@
 #include "base/ui/PrintRenderer.h"
 
+#include "base/PrintOffsets.h"
+#include "base/PrintOutput.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetricsF>
@@ -215,6 +218,13 @@ Outcome writePdf(const PageDescription &form, const QString &path, const RenderO
     if (!file.commit())
         return Outcome::failure(unwritable(path));
     return Outcome::success();
+}
+
+void installPdfWriter()
+{
+    setPdfWriter([](const PageDescription &form, const QString &path) {
+        return writePdf(form, path, {offsetOf(form.formName), true});
+    });
 }
 
 } // namespace print

@@ -33,6 +33,10 @@ Outcome render(const QList<Page> &pages, const QSizeF &sizeMm, QPagedPaintDevice
 // The form as a PDF file, written whole under a temporary name and then renamed, or not at all.
 Outcome writePdf(const PageDescription &form, const QString &path, const RenderOptions &options = {});
 
+// Makes writeFormPdf() of base/PrintOutput.h draw through this renderer, with each form's
+// offset and its ruling.
+void installPdfWriter();
+
 QFont fontOf(const PageItem &item);
 // The lines a text item is drawn in on `device`: broken at word ends (a word too long for the
 // box anywhere) when the item wraps, else one line cut at the box's width, and no more lines

@@ -4,6 +4,7 @@
 #include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
 #include "shell/cli/ImportPostcodesCommand.h"
+#include "shell/cli/PrintCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -12,6 +13,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<DemoCommand>());
     commands.push_back(std::make_unique<ImportPostcodesCommand>());
     commands.push_back(std::make_unique<DoctorCommand>());
+    commands.push_back(std::make_unique<PrintCommand>());
     return commands;
 }
 
