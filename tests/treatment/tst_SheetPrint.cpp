@@ -1,12 +1,18 @@
 #include "TestPractice.h"
 
+#include "base/RunState.h"
 #include "base/Spread.h"
+#include "base/ui/PrintPreview.h"
 #include "base/ui/PrintRenderer.h"
 #include "shell/cli/PrintCommand.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "treatment/SheetPrint.h"
 #include "treatment/SheetPrintPage.h"
+#include "treatment/ui/DenHelp.h"
+
+#include <QPointer>
+#include <QPushButton>
 
 #include <QFile>
 #include <QTest>
@@ -266,6 +272,27 @@ private slots:
         QVERIFY(!noPatient);
         QVERIFY(noPatient.error().contains(QStringLiteral("0000000000")));
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help WHERE ZK = 1")), 1);
+    }
+
+    void printButtonShowsTheSheetAndClosingItClosesTheWindow()
+    {
+        TestPractice practice;
+        practice.addDoctor(QStringLiteral("Д"), Doctor);
+        run().CurrentMedicCode = Doctor;
+        const QString egn = validEgn(QDate(1990, 1, 1));
+        practice.addPatient(egn, QStringLiteral("Петър Петров"), Doctor);
+        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("3012"), Doctor);
+        QPointer<DenHelp> window = DenHelp::open(egn, QStringLiteral("Петър Петров"), QStringLiteral("Edit"));
+        QVERIFY(window);
+        auto *button = window->findChild<QPushButton *>(QStringLiteral("cmdPrint"));
+        QVERIFY(button && button->isEnabled());
+        button->click();
+        QCOMPARE(practice.dialogs().messages, QStringList{LongCodeWarning});
+        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help WHERE ZK = 0 AND Schet = 1")), 1);
+        auto *preview = window->findChild<print::PrintPreview *>(QStringLiteral("rprKarton"));
+        QVERIFY(preview && preview->isVisible());
+        preview->close();
+        QTRY_VERIFY(!window || !window->isVisible());
     }
 
     void commandWritesThePdfOrChangesNothing_data()
