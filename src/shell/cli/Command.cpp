@@ -7,6 +7,7 @@
 #include "shell/cli/ImportLegacyCommand.h"
 #include "shell/cli/ImportPostcodesCommand.h"
 #include "shell/cli/ImportZoksCommand.h"
+#include "shell/cli/PrintCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -18,6 +19,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<HelpPathCommand>());
     commands.push_back(std::make_unique<ImportZoksCommand>());
     commands.push_back(std::make_unique<ImportLegacyCommand>());
+    commands.push_back(std::make_unique<PrintCommand>());
     return commands;
 }
 

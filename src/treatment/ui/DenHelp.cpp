@@ -1,6 +1,7 @@
 #include "treatment/ui/DenHelp.h"
 
 #include "base/ui/NamedButton.h"
+#include "base/ui/PrintPreview.h"
 #include "base/ui/WindowPlacement.h"
 
 #include "admin/Diary.h"
@@ -14,6 +15,7 @@
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/SheetNumbers.h"
+#include "treatment/SheetPrint.h"
 #include "treatment/ui/ChartView.h"
 #include "treatment/ui/PathWay.h"
 #include "treatment/ui/ServiceGrid.h"
@@ -197,8 +199,7 @@ QWidget *DenHelp::buildButtons()
     auto *schedule = namedButton(QStringLiteral("cmdGrafic"), QStringLiteral("Преглед..."), bar);
     auto *referrals = namedButton(QStringLiteral("cmdParh"), QStringLiteral("Направления"), bar);
     m_close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
-    // The prints of the sheet and of the treatment data are not part of this window yet.
-    print->setEnabled(false);
+    // The print of the treatment data is not part of this window yet.
     printData->setEnabled(false);
     for (QPushButton *push : {m_update, edit, m_delete, print, printData, schedule, referrals, m_close})
         row->addWidget(push);
@@ -207,6 +208,7 @@ QWidget *DenHelp::buildButtons()
     connect(m_delete, &QPushButton::clicked, this, &DenHelp::deleteCurrentRow);
     connect(schedule, &QPushButton::clicked, this, &DenHelp::openSchedule);
     connect(referrals, &QPushButton::clicked, this, &DenHelp::openReferrals);
+    connect(print, &QPushButton::clicked, this, &DenHelp::printSheet);
     connect(m_close, &QPushButton::clicked, this, &DenHelp::close);
     return bar;
 }
@@ -381,6 +383,33 @@ void DenHelp::openReferrals()
     m_referrals->show();
     m_referrals->raise();
     m_referrals->activateWindow();
+}
+
+// The sheet takes the lines as stored: typing not yet stored is asked about first, since the
+// grid is read afresh after the print.
+void DenHelp::printSheet()
+{
+    if (!mayDropTyping())
+        return;
+    print::PageDescription sheet;
+    const auto printed = PrintSheet(store::clinicDb(), m_currentEgn, SheetMarks::Change,
+                                    [&sheet](const print::PageDescription &made) {
+                                        sheet = made;
+                                        return Outcome::success();
+                                    });
+    if (!printed) {
+        dialogs().information(printed.error());
+        return;
+    }
+    for (int n = 0; n < printed->shortenedCodes; ++n)
+        dialogs().information(LongCodeWarning);
+    if (const auto lines = LoadServiceLines(store::clinicDb(), m_currentEgn)) {
+        m_model->setLines(lines.value());
+        currentRowChanged();
+    }
+    // Closing the sheet closes the treatment window with it.
+    auto *preview = print::PrintPreview::showForm(sheet, this);
+    connect(preview, &QDialog::finished, this, &DenHelp::close);
 }
 
 void DenHelp::reject()

@@ -73,6 +73,7 @@ private:
     void printMarkToggled(bool marked);
     void openSchedule();
     void openReferrals();
+    void printSheet();
 
     QString m_patientEgn;
     QString m_patientName;
