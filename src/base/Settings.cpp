@@ -19,6 +19,8 @@ const KeyDef keys[] = {
     {Settings::Key::MainTop, "Settings/MainTop", 30},
     {Settings::Key::MainWidth, "Settings/MainWidth", 1024},
     {Settings::Key::MainHeight, "Settings/MainHeight", 700},
+    {Settings::Key::KartonOffsetX, "PrintOffsets/rprKartonX", 0.0},
+    {Settings::Key::KartonOffsetY, "PrintOffsets/rprKartonY", 0.0},
 };
 
 const KeyDef &definition(Settings::Key key)

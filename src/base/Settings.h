@@ -17,6 +17,8 @@ public:
         MainTop,
         MainWidth,
         MainHeight,
+        KartonOffsetX, // mm the ambulatory sheet is moved right on the paper
+        KartonOffsetY, // mm it is moved down
     };
 
     Settings();
