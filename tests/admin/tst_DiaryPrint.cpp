@@ -2,6 +2,7 @@
 #include "TestPractice.h"
 
 #include "admin/DiaryPrint.h"
+#include "admin/DiaryPrintPage.h"
 #include "store/Sql.h"
 
 #include <QTest>
@@ -84,6 +85,13 @@ private slots:
             QVERIFY(row.text != u"Петър ");
         QCOMPARE(rows.at(25).text, QString("Късен "));
         QCOMPARE(print->dateHeading, QString("20.03.2026 - Петък"));
+
+        const print::Page page = DiaryPage(print.value()).pages().first();
+        QCOMPARE(page.textAt("Label3"), QString("20.03.2026 - Петък"));
+        QCOMPARE(page.textAt("Label4"), QString("при д-р Д-р О'Брайън"));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime4", 0)), QString("9.30 - "));
+        QCOMPARE(page.textAt(print::rowItemName("txtSlot4", 0)), QString("Иван "));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime11", 0)), QString("13.00 -"));
 
         const auto empty = LoadDiaryPrint(store::clinicDb(), QStringLiteral("D1"), {}, {QDate(2026, 3, 21), QDate(2026, 3, 21)});
         QVERIFY(empty.ok());

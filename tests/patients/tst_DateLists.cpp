@@ -2,6 +2,7 @@
 #include "TestPractice.h"
 
 #include "patients/DateLists.h"
+#include "patients/DateListsPage.h"
 #include "store/Sql.h"
 
 #include <QTest>
@@ -86,6 +87,10 @@ private slots:
         QTEST(list->kindWording, "wording");
         QTEST(list->dateHeading, "heading");
         QTEST(list->forPatients, "forPatients");
+        const print::Page page = DateListPage(list.value()).pages().first();
+        QTEST(page.has("Label9"), "forPatients");
+        QCOMPARE(page.textAt("Label6"), list->dateHeading);
+        QCOMPARE(page.textAt(print::rowItemName("Text1", 0)), list->rows.first().EGN);
         QCOMPARE(list->fromText, QString("01.02.2005"));
         QCOMPARE(list->toText, QString("28.02.2005"));
     }

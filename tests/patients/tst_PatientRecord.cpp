@@ -2,6 +2,7 @@
 #include "TestPractice.h"
 
 #include "patients/PatientRecord.h"
+#include "patients/PatientRecordPage.h"
 #include "store/Sql.h"
 
 #include <QTest>
@@ -156,6 +157,33 @@ private slots:
         QCOMPARE(record.personal.registeredCaption, QString("Регистриран на:"));
         QCOMPARE(record.chart.permanentUpper.size(), 16);
         QCOMPARE(record.chart.milkLower.at(4).code, QString());
+    }
+
+    void pageCarriesEveryTextAndBreaksWithItsHeader()
+    {
+        PatientRecord record;
+        record.personal = BuildPersonalTexts(row({{"Names", "О'Нийл \"Мария\""}, {"EGN", "8045170000"}}), true);
+        record.chart = BuildRecordChart([] {
+            QStringList chart(52, QString());
+            chart[0] = QStringLiteral("*");
+            chart[51] = QStringLiteral("K");
+            return chart;
+        }());
+        for (int n = 0; n < 60; ++n)
+            record.services << ServiceLine{"01.02.2026", "", "", QString::number(100 + n), "", ""};
+        const QList<print::Page> pages = RecordPage(record).pages();
+        QVERIFY(pages.size() >= 2);
+        const print::Page &first = pages.first();
+        QCOMPARE(first.textAt("Label2"), QString("на О'Нийл \"Мария\"    ЕГН 8045170000"));
+        QCOMPARE(first.textAt("Label52"), QString("*"));   // Z1, milk 55
+        QCOMPARE(first.textAt("Label99"), QString("K"));   // Z52, tooth 38
+        QCOMPARE(first.textAt("Label7"), QString("Внимание! Непоносимост към:"));
+        QCOMPARE(first.textAt("Label33"), QString("Регистриран на:"));
+        QCOMPARE(first.textAt(print::rowItemName("Text5", 0)), QString("100"));
+        const print::Page &last = pages.last();
+        QCOMPARE(last.textAt("Label10"), QString("код дейност")); // the header again
+        QVERIFY(!last.has("Label2"));                          // the head once
+        QCOMPARE(last.textAt(print::rowItemName("Text5", 59)), QString("159"));
     }
 
     void unknownNumberIsRefused()

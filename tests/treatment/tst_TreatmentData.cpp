@@ -3,6 +3,7 @@
 
 #include "store/Sql.h"
 #include "treatment/TreatmentData.h"
+#include "treatment/TreatmentDataPage.h"
 
 #include <QTest>
 
@@ -67,6 +68,22 @@ private slots:
         QCOMPARE(chart.upper.at(8).place, 21);
         QCOMPARE(chart.lower.first().place, 48);
         QCOMPARE(chart.lower.last().place, 38);
+    }
+
+    void pageFramesMilkNumbers()
+    {
+        QStringList chart(52, QString());
+        chart[0] = QStringLiteral("*");
+        TreatmentData data{patientrecord::BuildPersonalTexts({}, false), BuildDataChart(chart), {}};
+        const QList<print::Page> pages = TreatmentDataPage(data).pages();
+        QCOMPARE(pages.size(), 1); // no services: the head and an empty list
+        QCOMPARE(pages.first().textAt("z_15"), QString("55"));
+        QCOMPARE(pages.first().textAt("s_15"), QString("*"));
+        QVERIFY(pages.first().has("frame_15"));
+        QVERIFY(!pages.first().has("frame_14"));
+        QCOMPARE(pages.first().textAt("z_14"), QString("14"));
+        QCOMPARE(pages.first().textAt("Head6"), QString("Вид"));
+        QCOMPARE(pages.first().textAt("sReg"), QString("Регистриран на:"));
     }
 
     void storedPatient()
