@@ -36,8 +36,9 @@ QList<print::PageItem> pageRows(const QList<Row> &rows)
     for (int row = 0; row < rows.size(); ++row) {
         const double x = ColumnX[row / RowsPerColumn];
         const double y = (row % RowsPerColumn) * RowHeight;
-        items << print::caption(QStringLiteral("lblTime%1").arg(row), QRectF(x, y, TimeWidth, RowHeight - 1),
-                                rows.at(row).label, 10.0);
+        items << print::text(QStringLiteral("lblTime%1").arg(row), QRectF(x, y, TimeWidth, RowHeight - 1),
+                             rows.at(row).label, 10.0);
+        items.last().ruling = true;
         items << print::text(QStringLiteral("txtSlot%1").arg(row), QRectF(x + TimeWidth, y, NameWidth, RowHeight - 1),
                              rows.at(row).text, 10.0);
         items << print::line(QStringLiteral("lnSlot%1").arg(row), {x, y + RowHeight - 0.5},

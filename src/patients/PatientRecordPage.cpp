@@ -35,7 +35,7 @@ void addCaptions(print::PageDescription &form)
                               QStringLiteral("Стоматологичен картон"), 14.0, Qt::AlignCenter);
     form.items.last().bold = true;
     form.items.last().ruling = true;
-    form.items << print::caption(QStringLiteral("Label7"), at(Left, 60, 50), QStringLiteral("Внимание! Непоносимост към:"),
+    form.items << print::caption(QStringLiteral("Label7"), at(Left, 60, 58), QStringLiteral("Внимание! Непоносимост към:"),
                                  9.0);
     form.items.last().bold = true;
 }
@@ -76,11 +76,11 @@ QList<ServiceColumn> recordColumns()
          [](const ServiceLine &line) { return line.Data; }},
         {QStringLiteral("Label13"), QStringLiteral("Диагноза"), QStringLiteral("Text2"), 30, 55,
          [](const ServiceLine &line) { return line.Help; }},
-        {QStringLiteral("Label14"), QStringLiteral("Дейност"), QStringLiteral("Text3"), 85, 77,
+        {QStringLiteral("Label14"), QStringLiteral("Дейност"), QStringLiteral("Text3"), 85, 70,
          [](const ServiceLine &line) { return line.TextHelp; }},
-        {QStringLiteral("Label10"), QStringLiteral("код дейност"), QStringLiteral("Text5"), 162, 20,
+        {QStringLiteral("Label10"), QStringLiteral("код дейност"), QStringLiteral("Text5"), 155, 25,
          [](const ServiceLine &line) { return line.KodHelp; }},
-        {QStringLiteral("Label11"), QStringLiteral("код зъб"), QStringLiteral("Text4"), 182, 18,
+        {QStringLiteral("Label11"), QStringLiteral("код зъб"), QStringLiteral("Text4"), 180, 20,
          [](const ServiceLine &line) { return line.KodZab; }},
     };
 }
@@ -101,7 +101,7 @@ void addPersonalHead(print::PageDescription &form, const PersonalTexts &personal
     form.items << print::text(names.ph, at(153, 48, 47), personal.Ph);
     form.items << print::text(names.zBook, at(25, 54, 80), personal.ZBook);
     form.items << print::text(names.rBook, at(125, 54, 75), personal.RBook);
-    form.items << print::wrapped(names.nep, at(60, 60, Right - 60, 11), personal.Nep);
+    form.items << print::wrapped(names.nep, at(70, 60, Right - 70, 11), personal.Nep);
     form.items << print::wrapped(names.osob, at(35, 72, Right - 35, 8), personal.Osob);
 }
 
