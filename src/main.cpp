@@ -1,4 +1,5 @@
 #include "Version.h"
+#include "base/ui/PrintRenderer.h"
 #include "shell/cli/Command.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
@@ -8,6 +9,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QGuiApplication>
+
+#include <memory>
 
 namespace {
 
@@ -26,15 +30,27 @@ QStringList argumentsOf(int argc, char **argv)
     return arguments;
 }
 
+// A command that renders a form needs fonts and a painter: a GUI application on the offscreen
+// platform, so that it runs without a display. The others need no more than the core.
+std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv, const Command &command)
+{
+    if (command.name() != QLatin1String("print"))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    auto app = std::make_unique<QGuiApplication>(argc, argv);
+    print::installPdfWriter();
+    return app;
+}
+
 int runCommand(int argc, char **argv, Command &command)
 {
-    QCoreApplication app(argc, argv);
+    const auto app = applicationFor(argc, argv, command);
     nameApplication();
     QTextStream out(stdout);
     QTextStream err(stderr);
     // Notices of the store, such as a data folder made private, go where a script sees them.
     store::setNoticeSink([&err](const QString &text) { err << text << Qt::endl; });
-    return command.execute(app.arguments().mid(1), out, err);
+    return command.execute(app->arguments().mid(1), out, err);
 }
 
 QString commandList()

@@ -100,7 +100,7 @@ private slots:
         QCOMPARE(window->SheetNumber(), QStringLiteral("000005"));
         QVERIFY(!push(window, "cmdUpdate")->isEnabled());
         QVERIFY(!push(window, "cmdDelete")->isEnabled());
-        QVERIFY(!push(window, "cmdPrint")->isEnabled());
+        QVERIFY(push(window, "cmdPrint")->isEnabled());
         QVERIFY(!push(window, "cmdPrintData")->isEnabled());
         QVERIFY(push(window, "cmdClose")->isDefault());
         window->close();
