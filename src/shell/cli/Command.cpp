@@ -1,9 +1,13 @@
 #include "shell/cli/Command.h"
 
+#include "shell/cli/BackupCommand.h"
+#include "shell/cli/CleanOutCommand.h"
 #include "shell/cli/DemoCommand.h"
 #include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
 #include "shell/cli/ImportPostcodesCommand.h"
+#include "shell/cli/RepairCommand.h"
+#include "shell/cli/RestoreCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -12,6 +16,10 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<DemoCommand>());
     commands.push_back(std::make_unique<ImportPostcodesCommand>());
     commands.push_back(std::make_unique<DoctorCommand>());
+    commands.push_back(std::make_unique<BackupCommand>());
+    commands.push_back(std::make_unique<RestoreCommand>());
+    commands.push_back(std::make_unique<RepairCommand>());
+    commands.push_back(std::make_unique<CleanOutCommand>());
     return commands;
 }
 
