@@ -70,20 +70,21 @@ Failed checkStaged(const QString &staged, const QString &archive)
 }
 
 // The current file alone holds its data once its write-ahead log is folded in; a log left
-// beside it would otherwise be read into the restored file at the next opening.
+// beside it would otherwise be read into the restored file at the next opening. Only writers
+// fill a log, and the folder's lock keeps them out; a reader (a backup) may still hold it open.
 Outcome settleCurrent(const QString &clinicPath)
 {
-    const QFileInfo current(clinicPath);
-    if (current.exists() && current.size() > 0) {
+    const QString log = clinicPath + QStringLiteral("-wal");
+    if (!QFileInfo::exists(log))
+        return Outcome::success();
+    {
         SideConnection live(clinicPath, SideConnection::Mode::ReadWrite);
-        if (!live.open() || !backupfiles::leaveWriteAheadLog(live.db()))
-            return Outcome::failure(QStringLiteral("Базата данни %1 се чете в момента от друга програма "
-                                                   "(например архивиране). Изчакайте и опитайте отново.")
-                                        .arg(clinicPath));
+        if (live.open())
+            (void)backupfiles::leaveWriteAheadLog(live.db());
     }
-    if (QFileInfo::exists(clinicPath + QStringLiteral("-wal")))
-        return Outcome::failure(QStringLiteral("До базата данни %1 стои незавършен дневник на промените (%1-wal). "
-                                               "Стартирайте програмата веднъж, затворете я и опитайте отново.")
+    if (QFileInfo::exists(log))
+        return Outcome::failure(QStringLiteral("Базата данни %1 се чете в момента от друга програма "
+                                               "(например архивиране). Изчакайте и опитайте отново.")
                                     .arg(clinicPath));
     return Outcome::success();
 }
