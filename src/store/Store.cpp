@@ -50,6 +50,8 @@ void createTables(const QSqlDatabase &db, const QList<TableDef> &tables, const Q
 Outcome checkSchema(const QSqlDatabase &db, const QString &path, const QStringList &required,
                     const QStringList &present)
 {
+    if (present.isEmpty())
+        return Outcome::failure(QStringLiteral("Файлът %1 не съдържа данни на програмата.").arg(path));
     const int version = scalar(db, QStringLiteral("PRAGMA user_version")).toInt();
     if (version > SchemaVersion)
         return Outcome::failure(
@@ -128,7 +130,7 @@ bool isEmptyFile(const QString &path)
     return file.exists() && file.isFile() && file.size() == 0;
 }
 
-StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
+StoreOpening openClinic(const DataPaths &paths, const OpenOptions &options)
 {
     if (isEmptyFile(paths.clinicDb) && !options.emptyClinicFileIsNew)
         return StoreOpening::emptyClinicFile(
@@ -140,6 +142,21 @@ StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
         return StoreOpening::refused(clinic.error());
     if (auto checked = checkClinicFile(clinicDb()); !checked)
         return StoreOpening::refused(checked.error());
+    return StoreOpening::success();
+}
+
+void closeConnection(const QString &name)
+{
+    if (!QSqlDatabase::contains(name))
+        return;
+    QSqlDatabase::database(name, false).close();
+    QSqlDatabase::removeDatabase(name);
+}
+
+StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
+{
+    if (auto clinic = openClinic(paths, options); !clinic)
+        return clinic;
     if (auto data = openDataFile(paths.dataDb, ConnectData); !data)
         return StoreOpening::refused(data.error());
     return StoreOpening::success();
@@ -165,6 +182,16 @@ Outcome openDataFile(const QString &path, const QString &connection)
     });
 }
 
+Outcome checkClinicTables(const QSqlDatabase &db, const QString &shownAs)
+{
+    try {
+        return checkSchema(db, shownAs.isEmpty() ? db.databaseName() : shownAs, namesOf(clinicTables()),
+                           existingTables(db));
+    } catch (const SqlError &error) {
+        return Outcome::failure(error.message());
+    }
+}
+
 Outcome checkClinicFile(const QSqlDatabase &db)
 {
     const QString file = db.databaseName();
@@ -183,12 +210,17 @@ Outcome checkClinicFile(const QSqlDatabase &db)
 
 const DataPaths &paths() { return openedPaths(); }
 
-StoreOpening openStore(const DataPaths &paths, const OpenOptions &options)
+StoreOpening lockFolder(const DataPaths &paths)
 {
     closeStore();
     makeNewFilesPrivate();
     openedPaths() = paths;
-    if (auto taken = takeFolder(paths.folder); !taken)
+    return takeFolder(paths.folder);
+}
+
+StoreOpening openStore(const DataPaths &paths, const OpenOptions &options)
+{
+    if (auto taken = lockFolder(paths); !taken)
         return taken;
     auto opened = openFiles(paths, options);
     if (!opened)
@@ -196,14 +228,28 @@ StoreOpening openStore(const DataPaths &paths, const OpenOptions &options)
     return opened;
 }
 
+bool holdsFolder() { return heldLock() != nullptr; }
+
+void closeClinicFile() { closeConnection(ConnectMain); }
+
+Outcome reopenClinicFile()
+{
+    if (!holdsFolder())
+        return Outcome::failure(QStringLiteral("Папката с данните %1 не е заета от тази програма.")
+                                    .arg(openedPaths().folder));
+    closeClinicFile();
+    auto opened = openClinic(openedPaths(), {});
+    if (!opened) {
+        closeClinicFile();
+        return Outcome::failure(opened.error());
+    }
+    return Outcome::success();
+}
+
 void closeStore()
 {
-    for (const QString &name : {ConnectMain, ConnectData, ConnectTemp}) {
-        if (!QSqlDatabase::contains(name))
-            continue;
-        QSqlDatabase::database(name, false).close();
-        QSqlDatabase::removeDatabase(name);
-    }
+    for (const QString &name : {ConnectMain, ConnectData, ConnectTemp})
+        closeConnection(name);
     heldLock().reset();
 }
 

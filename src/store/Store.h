@@ -60,5 +60,20 @@ Outcome openClinicFile(const QString &path, const QString &connection);
 Outcome openDataFile(const QString &path, const QString &connection);
 // PRAGMA quick_check of the clinic file: a failure names the file and says what to do.
 Outcome checkClinicFile(const QSqlDatabase &db);
+// Whether the tables of `db` are those of a clinic file this program can open (every clinic
+// table there, the layout no newer than this program's): the same test the start-up makes.
+// The message names the file as `shownAs` (by default the file's own path).
+Outcome checkClinicTables(const QSqlDatabase &db, const QString &shownAs = {});
+
+// Takes the folder's lock without opening any file, for work that must replace a clinic file
+// which may not open at all (a restore over a damaged file). closeStore gives the lock back.
+StoreOpening lockFolder(const DataPaths &paths);
+// Whether this process holds the lock of the folder opened last.
+bool holdsFolder();
+// Closes velmorata.db of the open store and keeps the folder's lock, so that the file can be
+// replaced without another program starting on the folder in between.
+void closeClinicFile();
+// Opens velmorata.db of the locked folder again, with the checks of the start-up.
+Outcome reopenClinicFile();
 
 } // namespace store

@@ -1,5 +1,7 @@
 #include "shell/cli/Command.h"
 
+#include "shell/cli/BackupCommand.h"
+#include "shell/cli/CleanOutCommand.h"
 #include "shell/cli/DemoCommand.h"
 #include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
@@ -8,6 +10,8 @@
 #include "shell/cli/ImportPostcodesCommand.h"
 #include "shell/cli/ImportZoksCommand.h"
 #include "shell/cli/PrintCommand.h"
+#include "shell/cli/RepairCommand.h"
+#include "shell/cli/RestoreCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -20,6 +24,10 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ImportZoksCommand>());
     commands.push_back(std::make_unique<ImportLegacyCommand>());
     commands.push_back(std::make_unique<PrintCommand>());
+    commands.push_back(std::make_unique<BackupCommand>());
+    commands.push_back(std::make_unique<RestoreCommand>());
+    commands.push_back(std::make_unique<RepairCommand>());
+    commands.push_back(std::make_unique<CleanOutCommand>());
     return commands;
 }
 

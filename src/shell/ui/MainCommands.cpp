@@ -6,6 +6,7 @@
 #include "admin/ui/Grafic.h"
 #include "maintenance/ui/LegacyTakeoverScreen.h"
 #include "maintenance/ui/ZoksImportScreen.h"
+#include "maintenance/ui/MaintenanceCommands.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
@@ -54,6 +55,12 @@ void frmMain::connectCommands()
     addTakeOverCommand(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")), this);
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
     wire(QStringLiteral("mnuSlgGraf"), [this] { Grafic::open(this); });
+    wire(QStringLiteral("mnuSlgSave"), [this] { maintenanceui::backupData(this); });
+    wire(QStringLiteral("mnuSlgOpen"), [this] {
+        maintenanceui::restoreData(this, [this] { return closeOpenWindows(); }, [this] { recalcMinutes(); });
+    });
+    wire(QStringLiteral("mnuSlgUtil"), [] { maintenanceui::repairData(); });
+    wire(QStringLiteral("mnuSlgClean"), [] { maintenanceui::cleanOutData(); });
     wire(QStringLiteral("mnuExit"), [this] { exitProgram(); });
     wire(QStringLiteral("mnuCahgePass"), [this] { changePassword(); });
     wire(QStringLiteral("mnuHelpContents"), [this] { showHelp(0); });

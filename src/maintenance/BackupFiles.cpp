@@ -1,0 +1,97 @@
+#include "maintenance/BackupFiles.h"
+
+#include "store/Sql.h"
+
+#include <QAtomicInteger>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace backupfiles {
+namespace {
+
+QString nextConnectionName()
+{
+    static QAtomicInteger<int> counter;
+    return QStringLiteral("velmorata-side-%1").arg(counter.fetchAndAddRelaxed(1));
+}
+
+bool syncPath(const QString &path, int flags)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    const bool synced = ::fsync(fd) == 0;
+    ::close(fd);
+    return synced;
+}
+
+} // namespace
+
+SideConnection::SideConnection(const QString &path, Mode mode)
+    : m_name(nextConnectionName())
+{
+    QSqlDatabase db = store::addConnection(path, m_name);
+    if (mode == Mode::ReadOnly)
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000;QSQLITE_OPEN_READONLY"));
+}
+
+SideConnection::~SideConnection()
+{
+    QSqlDatabase::database(m_name, false).close();
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+Outcome SideConnection::open()
+{
+    QSqlDatabase connection = db();
+    if (!connection.open())
+        return Outcome::failure(store::SqlError(connection, connection.lastError()).message());
+    return Outcome::success();
+}
+
+QSqlDatabase SideConnection::db() const { return QSqlDatabase::database(m_name, false); }
+
+QString reserveSiblingName(const QString &target)
+{
+    QTemporaryFile file(target + QStringLiteral(".part-XXXXXX"));
+    file.setAutoRemove(false);
+    if (!file.open())
+        return {};
+    return file.fileName();
+}
+
+bool syncFile(const QString &path) { return syncPath(path, O_RDONLY); }
+
+bool replaceFile(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        return false;
+    return syncPath(QFileInfo(to).absolutePath(), O_RDONLY | O_DIRECTORY);
+}
+
+QString integrityVerdict(const QSqlDatabase &db)
+{
+    try {
+        return store::scalar(db, QStringLiteral("PRAGMA integrity_check(1)")).toString();
+    } catch (const store::SqlError &error) {
+        return error.engineText();
+    }
+}
+
+bool leaveWriteAheadLog(const QSqlDatabase &db)
+{
+    try {
+        return store::scalar(db, QStringLiteral("PRAGMA journal_mode = DELETE")).toString().compare(
+                   QStringLiteral("delete"), Qt::CaseInsensitive)
+            == 0;
+    } catch (const store::SqlError &) {
+        return false; // another program still reads the file: the caller says so
+    }
+}
+
+} // namespace backupfiles

@@ -1,0 +1,114 @@
+#include "maintenance/ui/MaintenanceCommands.h"
+
+#include "base/Dialogs.h"
+#include "base/RunState.h"
+#include "maintenance/Backup.h"
+#include "maintenance/CleanOut.h"
+#include "maintenance/Repair.h"
+#include "maintenance/Restore.h"
+#include "store/Store.h"
+
+#include <QApplication>
+#include <QFileDialog>
+
+namespace maintenanceui {
+namespace {
+
+const QString ArchiveFilter = QStringLiteral("Архивни файлове (*.arh);;Всички файлове (*.*)");
+
+// The overwrite prompt is left out on purpose, and no extension is added to a typed name: the
+// archive gets exactly the name the user gave.
+QString showArchiveDialog(QWidget *owner, ArchiveDialog dialog)
+{
+    if (dialog == ArchiveDialog::Save)
+        return QFileDialog::getSaveFileName(owner, QStringLiteral("Съхранение на данни"), QString(), ArchiveFilter,
+                                            nullptr, QFileDialog::DontConfirmOverwrite);
+    return QFileDialog::getOpenFileName(owner, QStringLiteral("Зареждане на данни"), QString(), ArchiveFilter);
+}
+
+ArchiveChooser &chooser()
+{
+    static ArchiveChooser chosen = showArchiveDialog;
+    return chosen;
+}
+
+class BusyPointer final
+{
+public:
+    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer &) = delete;
+    BusyPointer &operator=(const BusyPointer &) = delete;
+};
+
+} // namespace
+
+void setArchiveChooser(ArchiveChooser chosen) { chooser() = chosen ? std::move(chosen) : showArchiveDialog; }
+
+void backupData(QWidget *owner)
+{
+    const QString target = chooser()(owner, ArchiveDialog::Save);
+    if (target.isEmpty())
+        return;
+    std::optional<Result<backup::BackupReport>> copied;
+    {
+        BusyPointer busy;
+        copied.emplace(backup::BackupDatabase(store::paths().clinicDb, target));
+    }
+    if (!*copied)
+        dialogs().information(copied->error());
+}
+
+void restoreData(QWidget *owner, const std::function<bool()> &closeWindows, const std::function<void()> &reload)
+{
+    const QString archive = chooser()(owner, ArchiveDialog::Open);
+    if (archive.isEmpty() || !closeWindows())
+        return;
+    std::optional<Result<restore::RestoreReport>> restored;
+    {
+        BusyPointer busy;
+        restored.emplace(restore::RestoreDatabase(archive));
+    }
+    if (!*restored) {
+        dialogs().information(restored->error());
+        return;
+    }
+    reload();
+    dialogs().information(QStringLiteral("Данните са заредени от %1. Предишната база данни е запазена като %2.")
+                              .arg(archive, (*restored)->safetyCopy));
+}
+
+void repairData()
+{
+    std::optional<Result<repair::RepairReport>> repaired;
+    {
+        BusyPointer busy;
+        repaired.emplace(repair::RepairDatabase(repair::Mode::Write));
+    }
+    if (!*repaired) {
+        dialogs().information(repaired->error());
+        return;
+    }
+    const repair::RepairReport &report = repaired->value();
+    if (report.fileDamaged())
+        return dialogs().information(repair::damagedFileMessage());
+    for (const QString &fault : report.faults)
+        dialogs().information(fault);
+    if (report.rewritten > 0)
+        dialogs().information(repair::Done);
+}
+
+void cleanOutData()
+{
+    if (!dialogs().question(cleanout::question(run().CurrentMedicName)))
+        return;
+    std::optional<Result<cleanout::CleanOutReport>> cleaned;
+    {
+        BusyPointer busy;
+        cleaned.emplace(cleanout::CleanDatabase(run().CurrentMedicCode));
+    }
+    if (!*cleaned)
+        dialogs().information(cleaned->error());
+}
+
+} // namespace maintenanceui
