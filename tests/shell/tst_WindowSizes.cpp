@@ -1,9 +1,13 @@
-// Every window of these screens fits the smallest screen the practice works on.
+// Every window of the program on the smallest screen the practice works on, 1366×768: its
+// minimum size fits with the window frame and a panel, it opens with its frame on the screen,
+// and at its least size its closing button is still on the window.
 #include "TestPractice.h"
 
 #include "admin/ui/Cenoraz.h"
 #include "admin/ui/Grafic.h"
 #include "admin/ui/MedicAdd.h"
+#include "base/RunState.h"
+#include "base/ui/WindowPlacement.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
@@ -11,12 +15,18 @@
 #include "shell/ui/ChangePassword.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/Password.h"
+#include "shell/ui/Splash.h"
 #include "shell/ui/TimeDay.h"
-#include "base/ui/WindowPlacement.h"
 #include "shell/ui/frmMain.h"
+#include "treatment/ui/DenHelp.h"
+#include "treatment/ui/PathWay.h"
+#include "treatment/ui/ViewHelp.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
@@ -24,11 +34,35 @@
 
 namespace {
 
-// What a title bar and a task bar take from the screen's height.
-constexpr int TitleBar = 32;
-constexpr int TaskBar = 40;
+const QString Doctor = QStringLiteral("D1");
+const QString Name = QStringLiteral("Иван Петров Иванов");
+// What the window manager keeps for itself: a panel and the title bar.
+const QSize Decoration(16, 40 + 32);
 
-using MakeWindow = std::function<std::unique_ptr<QWidget>()>;
+QString patientEgn() { return validEgn(QDate(1980, 5, 5)); }
+
+// Builds a window and gives it with the window it belongs to (the same one, or the owner to delete).
+using MakeWindow = std::function<std::pair<std::unique_ptr<QWidget>, QWidget *>()>;
+
+template <typename Window, typename... Args> MakeWindow plain(Args... args)
+{
+    return [=] {
+        auto window = std::make_unique<Window>(args...);
+        QWidget *shown = window.get();
+        return std::make_pair(std::unique_ptr<QWidget>(std::move(window)), shown);
+    };
+}
+
+std::unique_ptr<QWidget> openTreatment()
+{
+    return std::unique_ptr<QWidget>(DenHelp::open(patientEgn(), Name, QStringLiteral("Edit")));
+}
+
+bool closeButtonOnWindow(QWidget *window, const QString &button)
+{
+    auto *push = window->findChild<QPushButton *>(button);
+    return push && push->isVisible() && window->rect().contains(QRect(push->mapTo(window, QPoint(0, 0)), push->size()));
+}
 
 } // namespace
 
@@ -37,49 +71,96 @@ Q_DECLARE_METATYPE(MakeWindow)
 class TestWindowSizes final : public QObject
 {
     Q_OBJECT
-  private slots:
+private slots:
+    void initTestCase() { QCOMPARE(QGuiApplication::primaryScreen()->size(), SmallestScreen); }
+
     void fitsTheSmallestScreen_data()
     {
         QTest::addColumn<MakeWindow>("make");
-        QTest::newRow("frmMain") << MakeWindow([] { return std::make_unique<frmMain>(QString()); });
-        QTest::newRow("KartonAdd new") << MakeWindow(
-            [] { return std::make_unique<KartonAdd>(QStringLiteral("New"), QString(), QString(), nullptr); });
-        QTest::newRow("SeekName") << MakeWindow([] { return std::make_unique<SeekName>(); });
-        QTest::newRow("KorEGN") << MakeWindow([] { return std::make_unique<KorEGN>(); });
-        QTest::newRow("Cenoraz") << MakeWindow([] { return std::make_unique<Cenoraz>(); });
-        QTest::newRow("Grafic") << MakeWindow([] { return std::make_unique<Grafic>(); });
-        QTest::newRow("MedicAdd") << MakeWindow([] { return std::make_unique<MedicAdd>(); });
-        QTest::newRow("ChangePassword") << MakeWindow([] { return std::make_unique<ChangePassword>(); });
-        QTest::newRow("Password") << MakeWindow([] { return std::make_unique<Password>(); });
-        QTest::newRow("About") << MakeWindow([] { return std::make_unique<About>(); });
-        QTest::newRow("HelpWindow") << MakeWindow([] { return std::make_unique<HelpWindow>(); });
-        QTest::newRow("TimeDay") << MakeWindow([] { return std::make_unique<TimeDay>(); });
+        QTest::addColumn<QString>("closeButton");
+        QTest::newRow("frmMain") << plain<frmMain>(QString()) << QString();
+        QTest::newRow("Splash") << plain<Splash>() << QString();
+        QTest::newRow("KartonAdd new") << plain<KartonAdd>(QStringLiteral("New"), QString(), QString(), nullptr)
+                                       << QStringLiteral("cmdClose");
+        QTest::newRow("SeekName") << plain<SeekName>() << QString();
+        QTest::newRow("KorEGN") << plain<KorEGN>() << QString();
+        QTest::newRow("Cenoraz") << plain<Cenoraz>() << QString();
+        QTest::newRow("Grafic") << plain<Grafic>() << QString();
+        QTest::newRow("MedicAdd") << plain<MedicAdd>() << QString();
+        QTest::newRow("ChangePassword") << plain<ChangePassword>() << QString();
+        QTest::newRow("Password") << plain<Password>() << QString();
+        QTest::newRow("About") << plain<About>() << QString();
+        QTest::newRow("HelpWindow") << plain<HelpWindow>() << QString();
+        QTest::newRow("TimeDay") << plain<TimeDay>() << QString();
+        QTest::newRow("DenHelp") << MakeWindow([] {
+            auto window = openTreatment();
+            QWidget *shown = window.get();
+            return std::make_pair(std::move(window), shown);
+        }) << QStringLiteral("cmdClose");
+        QTest::newRow("PathWay") << MakeWindow([] {
+            auto window = openTreatment();
+            QTest::mouseClick(window->findChild<QPushButton *>(QStringLiteral("cmdParh")), Qt::LeftButton);
+            QWidget *referrals = window->findChild<PathWay *>();
+            return std::make_pair(std::move(window), referrals);
+        }) << QStringLiteral("cmdClose");
+        // The history opens beside the patient card, whose right edge may be near the screen's.
+        QTest::newRow("ViewHelp beside the card") << MakeWindow([] {
+            auto view = std::make_unique<ViewHelp>(patientEgn());
+            view->move(1068, 120);
+            QWidget *shown = view.get();
+            return std::make_pair(std::unique_ptr<QWidget>(std::move(view)), shown);
+        }) << QString();
     }
     void fitsTheSmallestScreen()
     {
         QFETCH(MakeWindow, make);
+        QFETCH(QString, closeButton);
         TestPractice practice;
-        const std::unique_ptr<QWidget> window = make();
-        const QSize needed = window->minimumSizeHint().expandedTo(window->minimumSize());
-        const QSize room(SmallestScreen.width(), SmallestScreen.height() - TitleBar - TaskBar);
-        QVERIFY2(needed.width() <= room.width() && needed.height() <= room.height(),
-                 qPrintable(QStringLiteral("needs %1×%2").arg(needed.width()).arg(needed.height())));
+        run().CurrentMedicCode = Doctor;
+        practice.addPatient(patientEgn(), Name, Doctor);
+        const auto [owner, window] = make();
+        QVERIFY(window);
+        const QSize least = window->minimumSizeHint().expandedTo(window->minimumSize()) + Decoration;
+        QVERIFY2(least.width() <= SmallestScreen.width() && least.height() <= SmallestScreen.height(),
+                 qPrintable(QStringLiteral("needs %1×%2").arg(least.width()).arg(least.height())));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        const QRect frame = window->frameGeometry();
+        QVERIFY2(window->screen()->availableGeometry().contains(frame),
+                 qPrintable(QStringLiteral("%1,%2 %3×%4").arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height())));
+        if (!closeButton.isEmpty()) {
+            window->resize(window->minimumSizeHint());
+            QCoreApplication::processEvents();
+            QVERIFY(closeButtonOnWindow(window, closeButton));
+        }
     }
 
     // A window placed out of the screen's free area comes back into it, shrunk where it is larger.
-    void opensOnScreen()
+    void placementBringsAWindowBack()
     {
         const QRect free = QGuiApplication::primaryScreen()->availableGeometry();
         QWidget window;
         window.setGeometry(free.right() - 100, free.bottom() - 50, free.width() + 300, 400);
         keepOnScreen(&window);
-        QVERIFY2(free.contains(window.frameGeometry()), qPrintable(QStringLiteral("%1,%2 %3×%4")
-                                                                       .arg(window.x())
-                                                                       .arg(window.y())
-                                                                       .arg(window.width())
-                                                                       .arg(window.height())));
+        QVERIFY(free.contains(window.frameGeometry()));
     }
 };
 
-QTEST_MAIN(TestWindowSizes)
+int main(int argc, char **argv)
+{
+    // An offscreen screen the size of a small laptop's, with window frames.
+    QTemporaryDir folder;
+    const QString config = folder.filePath(QStringLiteral("screen.json"));
+    QFile file(config);
+    if (!file.open(QIODevice::WriteOnly))
+        return 1;
+    file.write(R"({"windowFrameMargins": true, "screens": [{"name": "laptop", "x": 0, "y": 0, "width": 1366,
+               "height": 768, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    file.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.toLocal8Bit());
+    QApplication app(argc, argv);
+    TestWindowSizes test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_WindowSizes.moc"

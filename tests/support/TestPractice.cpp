@@ -8,6 +8,8 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 
+#include <QSqlQuery>
+#include <QSqlRecord>
 #include <QTest>
 
 namespace {
@@ -98,6 +100,16 @@ void TestPractice::addService(const QString &egn, const QDate &date, const QStri
 }
 
 int TestPractice::count(const QString &sql) const { return store::scalar(store::clinicDb(), sql).toInt(); }
+
+QStringList TestPractice::row(const QString &sql, std::initializer_list<QVariant> values) const
+{
+    QSqlQuery query = store::run(store::clinicDb(), sql, values);
+    QStringList texts;
+    if (query.next())
+        for (int i = 0; i < query.record().count(); ++i)
+            texts << query.value(i).toString();
+    return texts;
+}
 
 QString validEgn(const QDate &born, bool male)
 {

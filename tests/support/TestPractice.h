@@ -50,6 +50,8 @@ public:
     void addService(const QString &egn, const QDate &date, const QString &kodHelp, const QString &doctorCode,
                     const QString &listId = QStringLiteral("000001"));
     int count(const QString &sql) const; // SELECT COUNT(*) ... on the clinic database
+    // The first row a query on the clinic database gives, each value as text; empty without a row.
+    QStringList row(const QString &sql, std::initializer_list<QVariant> values = {}) const;
 
 private:
     QTemporaryDir m_dir;
