@@ -24,11 +24,15 @@ depends=$(dpkg-deb -f "$deb" Depends)
 for package in libqt6widgets6 libqt6sql6 libqt6sql6-sqlite libsodium23 fonts-dejavu-core libmdb3; do
   grep -qE "(^|, )$package( |,|$)" <<< "$depends" || fail "Depends lacks $package: $depends"
 done
-dpkg-deb -f "$deb" Description | grep -q "Велмората" || fail "the description has no Bulgarian part"
+# Each output is read whole before it is searched: under pipefail, grep -q leaving early would
+# fail the pipe with SIGPIPE at random.
+description=$(dpkg-deb -f "$deb" Description)
+grep -q "Велмората" <<< "$description" || fail "the description has no Bulgarian part"
 
 # The installed binary is stripped: the package carries no debugging data.
 dpkg-deb -x "$deb" "$out/root"
-file "$out/root/usr/bin/velmorata" | grep -q ", stripped" || fail "the executable is not stripped"
+kind=$(file "$out/root/usr/bin/velmorata")
+grep -q ", stripped" <<< "$kind" || fail "the executable is not stripped"
 
 # The menu entry and the software centre's data are checked by their own tools where present.
 if command -v desktop-file-validate > /dev/null; then
