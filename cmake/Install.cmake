@@ -53,6 +53,7 @@ install(DIRECTORY ${ICON_THEME}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hico
 install(FILES packaging/velmorata.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES ${PACKAGING_OUT}/velmorata.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PACKAGING_OUT}/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # The Debian package. The libraries the program links are found by dpkg-shlibdeps; what it
 # loads or uses without linking is named here: the SQLite driver of QtSql, the font of the prints,

@@ -151,7 +151,7 @@ Result<RestoreReport> RestoreDatabase(const QString &archive, const QDateTime &n
     // The clinic file, restored or as it was, is opened again. One that does not open when the
     // restore failed is the damaged file the restore was to replace: the failure already says
     // that nothing changed.
-    if (auto reopened = store::reopenClinicFile(); !reopened && placed)
+    if (auto reopened = store::reopenClinicFile(bool(placed)); !reopened && placed)
         return Failed::failure(reopened.error());
     return placed;
 }

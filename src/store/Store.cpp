@@ -140,7 +140,7 @@ StoreOpening openClinic(const DataPaths &paths, const OpenOptions &options)
                 .arg(paths.clinicDb));
     if (auto clinic = openClinicFile(paths.clinicDb, ConnectMain); !clinic)
         return StoreOpening::refused(clinic.error());
-    if (auto checked = checkClinicFile(clinicDb()); !checked)
+    if (auto checked = options.alreadyChecked ? Outcome::success() : checkClinicFile(clinicDb()); !checked)
         return StoreOpening::refused(checked.error());
     return StoreOpening::success();
 }
@@ -232,13 +232,15 @@ bool holdsFolder() { return heldLock() != nullptr; }
 
 void closeClinicFile() { closeConnection(ConnectMain); }
 
-Outcome reopenClinicFile()
+Outcome reopenClinicFile(bool alreadyChecked)
 {
     if (!holdsFolder())
         return Outcome::failure(QStringLiteral("Папката с данните %1 не е заета от тази програма.")
                                     .arg(openedPaths().folder));
     closeClinicFile();
-    auto opened = openClinic(openedPaths(), {});
+    OpenOptions options;
+    options.alreadyChecked = alreadyChecked;
+    auto opened = openClinic(openedPaths(), options);
     if (!opened) {
         closeClinicFile();
         return Outcome::failure(opened.error());

@@ -40,6 +40,9 @@ struct OpenOptions final
     // Set only after the person at the screen agreed to start a new practice in an empty
     // velmorata.db; the command line never sets it.
     bool emptyClinicFileIsNew = false;
+    // Set when the file was checked whole a moment ago (a restore checks its copy before it
+    // puts it in place): the start-up check would only read it all again.
+    bool alreadyChecked = false;
 };
 
 // Opens velmorata.db and data.db of the folder under ConnectMain and ConnectData for the
@@ -73,7 +76,8 @@ bool holdsFolder();
 // Closes velmorata.db of the open store and keeps the folder's lock, so that the file can be
 // replaced without another program starting on the folder in between.
 void closeClinicFile();
-// Opens velmorata.db of the locked folder again, with the checks of the start-up.
-Outcome reopenClinicFile();
+// Opens velmorata.db of the locked folder again, with the checks of the start-up; the
+// integrity check is left out for a file that was `alreadyChecked` whole.
+Outcome reopenClinicFile(bool alreadyChecked = false);
 
 } // namespace store

@@ -16,7 +16,8 @@ contents=$(dpkg-deb -c "$deb" | awk '{print $6}')
 for file in ./usr/bin/velmorata ./usr/share/velmorata/help/index.html ./usr/share/velmorata/help/6.html \
             ./usr/share/applications/velmorata.desktop ./usr/share/metainfo/bg.velmorata.velmorata.metainfo.xml \
             ./usr/share/icons/hicolor/48x48/apps/velmorata.png ./usr/share/icons/hicolor/16x16/apps/velmorata.png \
-            ./usr/share/icons/hicolor/scalable/apps/velmorata.svg ./usr/share/man/man1/velmorata.1.gz; do
+            ./usr/share/icons/hicolor/scalable/apps/velmorata.svg ./usr/share/man/man1/velmorata.1.gz \
+            ./usr/share/doc/velmorata/copyright; do
   grep -qxF "$file" <<< "$contents" || fail "the package lacks $file"
 done
 
