@@ -33,7 +33,7 @@ QString missingOption(const QCommandLineParser &parser, const PrintCommand::Form
 
 const QList<PrintCommand::Form> &PrintCommand::forms()
 {
-    static const QList<Form> all{sheetPrintForm()};
+    static const QList<Form> all{sheetPrintForm(), recordPrintForm(), dataPrintForm(), diaryPrintForm(), listPrintForm()};
     return all;
 }
 

@@ -41,5 +41,9 @@ public:
     int execute(const QStringList &arguments, QTextStream &out, QTextStream &err) override;
 };
 
-// The forms, one function each (PrintForms*.cpp).
+// The forms, one function each (PrintSheetForm.cpp, PrintPatientForms.cpp).
 PrintCommand::Form sheetPrintForm();
+PrintCommand::Form recordPrintForm();
+PrintCommand::Form dataPrintForm();
+PrintCommand::Form diaryPrintForm();
+PrintCommand::Form listPrintForm();
