@@ -5,6 +5,7 @@
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
 #include "base/RunState.h"
+#include "base/ui/PrintPreview.h"
 #include "shell/ui/frmMain.h"
 #include "treatment/ui/DenHelp.h"
 
@@ -94,6 +95,26 @@ private slots:
         QCOMPARE(cards.size(), 1);
         QCOMPARE(cards.first()->CardEGN(), m_egn);
         QCOMPARE(cards.first()->parentWidget(), m_window.get());
+    }
+
+    // The inquiry prints the chosen patient's record and keeps the search open for the next one;
+    // the diary print asks for the day and prints the signed-in doctor's page.
+    void inquiryAndDiaryOpenTheirPrints()
+    {
+        m_window->action(QStringLiteral("mnuOtPac"))->trigger();
+        const QList<SeekName *> searches = openWindows<SeekName>();
+        QCOMPARE(searches.size(), 1);
+        emit searches.first()->patientChosen(3, QStringLiteral("Мария Иванова Петрова"), m_egn);
+        QList<print::PrintPreview *> previews = openWindows<print::PrintPreview>();
+        QCOMPARE(previews.size(), 1);
+        QVERIFY(openWindows<SeekName>().size() == 1);
+        previews.first()->close();
+        QApplication::processEvents();
+        m_practice->dialogs().dates.push_back(DateChoice{true, QDate(2026, 3, 20)});
+        m_window->action(QStringLiteral("mnuOtSpGraf"))->trigger();
+        QVERIFY(m_practice->dialogs().dates.empty());
+        QCOMPARE(openWindows<print::PrintPreview>().size(), 1);
+        QVERIFY(m_practice->dialogs().messages.isEmpty());
     }
 
     void egnCorrectionOpensOnce()

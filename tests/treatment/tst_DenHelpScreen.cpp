@@ -102,7 +102,7 @@ private slots:
         QVERIFY(!push(window, "cmdUpdate")->isEnabled());
         QVERIFY(!push(window, "cmdDelete")->isEnabled());
         QVERIFY(push(window, "cmdPrint")->isEnabled());
-        QVERIFY(!push(window, "cmdPrintData")->isEnabled());
+        QVERIFY(push(window, "cmdPrintData")->isEnabled());
         QVERIFY(push(window, "cmdClose")->isDefault());
         // "(" on a stored row begins a new one.
         grid(window)->setCurrentIndex(grid(window)->model()->index(0, 3));

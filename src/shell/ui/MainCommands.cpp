@@ -53,6 +53,8 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuPacReg"), [this] { followCard(KartonAdd::openNew(this)); });
     wire(QStringLiteral("mnuPacZOKC"), [this] { zoksscreen::ImportFromZoks(this); });
     addTakeOverCommand(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")), this);
+    wire(QStringLiteral("mnuOtPac"), [this] { openSearch(3); });
+    wire(QStringLiteral("mnuOtSpGraf"), [this] { printDiaryPage(); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
     wire(QStringLiteral("mnuSlgGraf"), [this] { Grafic::open(this); });
     wire(QStringLiteral("mnuSlgSave"), [this] { maintenanceui::backupData(this); });
@@ -80,6 +82,8 @@ void frmMain::openSearch(int purpose)
             followCard(KartonAdd::openForCorrection(name, egn, this));
         else if (chosenFor == 2)
             openTreatment(egn, name, QStringLiteral("Edit"), this);
+        else if (chosenFor == 3)
+            printRecord(egn);
     });
 }
 

@@ -50,6 +50,9 @@ private:
     void wire(const QString &name, std::function<void()> command);
     // The name search for a purpose (1 correction, 2 treatment, 3 inquiry).
     void openSearch(int purpose);
+    // MainPrints.cpp: the patient's record of the inquiry, the diary page of a chosen day.
+    void printRecord(const QString &egn);
+    void printDiaryPage();
     // Wires a card that was opened so that, stored as new, it opens the treatment window.
     void followCard(KartonAdd *card);
     void treatNewPatient(const QString &egn, const QString &name);

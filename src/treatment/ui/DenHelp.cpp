@@ -15,6 +15,8 @@
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/SheetNumbers.h"
+#include "treatment/TreatmentData.h"
+#include "treatment/TreatmentDataPage.h"
 #include "treatment/SheetPrint.h"
 #include "treatment/ui/ChartView.h"
 #include "treatment/ui/PathWay.h"
@@ -199,8 +201,6 @@ QWidget *DenHelp::buildButtons()
     auto *schedule = namedButton(QStringLiteral("cmdGrafic"), QStringLiteral("Преглед..."), bar);
     auto *referrals = namedButton(QStringLiteral("cmdParh"), QStringLiteral("Направления"), bar);
     m_close = namedButton(QStringLiteral("cmdClose"), QStringLiteral("Затвори"), bar);
-    // The print of the treatment data is not part of this window yet.
-    printData->setEnabled(false);
     for (QPushButton *push : {m_update, edit, m_delete, print, printData, schedule, referrals, m_close})
         row->addWidget(push);
     connect(m_update, &QPushButton::clicked, this, &DenHelp::saveCurrentRow);
@@ -209,6 +209,7 @@ QWidget *DenHelp::buildButtons()
     connect(schedule, &QPushButton::clicked, this, &DenHelp::openSchedule);
     connect(referrals, &QPushButton::clicked, this, &DenHelp::openReferrals);
     connect(print, &QPushButton::clicked, this, &DenHelp::printSheet);
+    connect(printData, &QPushButton::clicked, this, &DenHelp::printTreatmentData);
     connect(m_close, &QPushButton::clicked, this, &DenHelp::close);
     return bar;
 }
@@ -410,6 +411,17 @@ void DenHelp::printSheet()
     // Closing the sheet closes the treatment window with it.
     auto *preview = print::PrintPreview::showForm(sheet, this);
     connect(preview, &QDialog::finished, this, &DenHelp::close);
+}
+
+// The treatment data print reads what is stored; it changes nothing, so typing may stay.
+void DenHelp::printTreatmentData()
+{
+    const auto data = treatmentdata::LoadTreatmentData(store::clinicDb(), m_currentEgn);
+    if (!data) {
+        dialogs().information(data.error());
+        return;
+    }
+    print::PrintPreview::showForm(treatmentdata::TreatmentDataPage(data.value()), this);
 }
 
 void DenHelp::reject()

@@ -74,6 +74,7 @@ private:
     void openSchedule();
     void openReferrals();
     void printSheet();
+    void printTreatmentData();
 
     QString m_patientEgn;
     QString m_patientName;
