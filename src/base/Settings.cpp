@@ -55,7 +55,9 @@ void Settings::setValue(Key key, const QVariant &value) { m_store->setValue(path
 bool Settings::sync()
 {
     m_store->sync();
-    return m_store->status() == QSettings::NoError;
+    // A format error only tells that the file read at the start was damaged; the sync has
+    // written it anew. Only a file that could not be written is a failure.
+    return m_store->status() != QSettings::AccessError;
 }
 
 QString Settings::path(Key key) { return QString::fromLatin1(definition(key).path); }
