@@ -1,5 +1,7 @@
 #include "shell/cli/DemoCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "maintenance/DemoPractice.h"
 #include "store/Dates.h"
 #include "store/DataPaths.h"
@@ -46,14 +48,8 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("The last day of the practice, in 2000..2099 (today)."),
                                    QStringLiteral("DD.MM.YYYY"));
     parser.addOptions({dataDir, doctors, patients, years, seed, today});
-    if (!parser.parse(arguments)) {
-        err << "demo: " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("demo: ")))
+        return *ended;
     DemoOptions options;
     options.folder = parser.value(dataDir);
     qint64 doctorCount = 0, patientCount = options.patients, yearCount = options.years, seedValue = options.seed;

@@ -1,5 +1,7 @@
 #include "shell/cli/DoctorCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "admin/Doctors.h"
 #include "store/DataPaths.h"
 #include "store/Store.h"
@@ -88,14 +90,8 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
                                       QStringLiteral("KOD"));
     parser.addOptions({dataDir, names, number, practice});
     parser.addPositionalArgument(QStringLiteral("add"), QStringLiteral("The one action: add a doctor."));
-    if (!parser.parse(arguments)) {
-        err << "doctor: " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("doctor: ")))
+        return *ended;
     if (parser.positionalArguments() != QStringList{QStringLiteral("add")}) {
         err << "doctor: the one action is \"add\"" << Qt::endl;
         return 2;

@@ -1,5 +1,7 @@
 #include "shell/cli/EgnCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "patients/EgnRules.h"
 #include "store/Dates.h"
 
@@ -52,14 +54,8 @@ int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStr
     parser.addOption(todayOption);
     parser.addPositionalArgument(QStringLiteral("NUMBER"), QStringLiteral("Personal numbers to check."),
                                  QStringLiteral("NUMBER..."));
-    if (!parser.parse(arguments)) {
-        err << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err))
+        return *ended;
     QDate today = QDate::currentDate();
     if (parser.isSet(todayOption)) {
         const auto given = dates::fromTyped(parser.value(todayOption));

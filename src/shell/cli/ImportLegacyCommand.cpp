@@ -1,5 +1,7 @@
 #include "shell/cli/ImportLegacyCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "maintenance/LegacyTakeover.h"
 #include "store/DataPaths.h"
 
@@ -21,14 +23,8 @@ int ImportLegacyCommand::execute(const QStringList &arguments, QTextStream &out,
                                   QStringLiteral("DIR"));
     const QCommandLineOption dryRun(QStringLiteral("dry-run"), QStringLiteral("Report only; write nothing."));
     parser.addOptions({dataDir, from, dryRun});
-    if (!parser.parse(arguments)) {
-        err << "import-legacy: " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-legacy: ")))
+        return *ended;
     if (!parser.isSet(from) || !parser.positionalArguments().isEmpty()) {
         err << "import-legacy: give --from DIR and nothing else" << Qt::endl;
         return 2;

@@ -1,5 +1,7 @@
 #include "shell/cli/ImportPostcodesCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "store/DataPaths.h"
 #include "store/ReferenceData.h"
 #include "store/Sql.h"
@@ -25,14 +27,8 @@ int ImportPostcodesCommand::execute(const QStringList &arguments, QTextStream &o
                                      store::DataPaths::defaultFolder());
     parser.addOption(dataDir);
     parser.addPositionalArgument(QStringLiteral("FILE.csv"), QStringLiteral("The post code list."));
-    if (!parser.parse(arguments)) {
-        err << "import-postcodes: " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-postcodes: ")))
+        return *ended;
     if (parser.positionalArguments().size() != 1) {
         err << "import-postcodes: give exactly one CSV file" << Qt::endl;
         return 2;

@@ -1,5 +1,7 @@
 #include "shell/cli/ImportZoksCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 #include "maintenance/ZoksImport.h"
 #include "store/DataPaths.h"
 #include "store/Sql.h"
@@ -34,14 +36,8 @@ int ImportZoksCommand::execute(const QStringList &arguments, QTextStream &out, Q
                                     QStringLiteral("KOD"));
     parser.addOptions({dataDir, doctor});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The ZOKS database."));
-    if (!parser.parse(arguments)) {
-        err << "import-zoks: " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-zoks: ")))
+        return *ended;
     if (parser.positionalArguments().size() != 1 || parser.value(doctor).trimmed().isEmpty()) {
         err << "import-zoks: give --doctor KOD and exactly one file" << Qt::endl;
         return 2;

@@ -1,5 +1,7 @@
 #include "shell/cli/MaintenanceCommand.h"
 
+#include "shell/cli/ParseArguments.h"
+
 int MaintenanceCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
 {
     QCommandLineParser parser;
@@ -9,14 +11,8 @@ int MaintenanceCommand::execute(const QStringList &arguments, QTextStream &out, 
                                      QStringLiteral("DIR"), store::DataPaths::defaultFolder());
     parser.addOption(dataDir);
     addArguments(parser);
-    if (!parser.parse(arguments)) {
-        err << name() << ": " << parser.errorText() << Qt::endl;
-        return 2;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText();
-        return 0;
-    }
+    if (const auto ended = parseArguments(parser, arguments, out, err, name() + QStringLiteral(": ")))
+        return *ended;
     QString wrong = usageError(parser);
     if (wrong.isEmpty() && parser.positionalArguments().size() != positionalCount())
         wrong = positionalCount() == 0 ? QStringLiteral("takes no file") : QStringLiteral("give exactly one file");

@@ -1,10 +1,10 @@
 #include "shell/cli/ParseArguments.h"
 
 std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList &arguments, QTextStream &out,
-                                  QTextStream &err)
+                                  QTextStream &err, const QString &prefix)
 {
     if (!parser.parse(arguments)) {
-        err << parser.errorText() << Qt::endl;
+        err << prefix << parser.errorText() << Qt::endl;
         return 2;
     }
     if (parser.isSet(QStringLiteral("help"))) {

@@ -8,6 +8,6 @@
 
 // Parses a command's arguments with its parser. Gives the exit code when the run ends here:
 // 2 after a wrong command line (the fault on `err`), 0 after --help was answered on `out`;
-// nothing when the command goes on.
+// nothing when the command goes on. `prefix` starts the fault's line ("demo: "), or is empty.
 std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList &arguments, QTextStream &out,
-                                  QTextStream &err);
+                                  QTextStream &err, const QString &prefix = {});
