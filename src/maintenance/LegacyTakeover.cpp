@@ -3,6 +3,7 @@
 #include "store/DataPaths.h"
 #include "store/InstanceLock.h"
 #include "store/PrivateFolder.h"
+#include "store/ReferenceData.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -52,12 +53,8 @@ void insertRows(const QSqlDatabase &db, const TableRows &table)
 // RazhNorm has the old practice's number of material columns.
 void remakeNorms(const QSqlDatabase &data, const TableRows &norms)
 {
-    QStringList columns{QStringLiteral("ID INTEGER PRIMARY KEY"), QStringLiteral("KodHelp TEXT")};
-    for (const QString &column : norms.columns.mid(1))
-        columns << column + QStringLiteral(" REAL");
     store::run(data, QStringLiteral("DROP TABLE RazhNorm"));
-    store::run(data, QStringLiteral("CREATE TABLE RazhNorm (%1)").arg(columns.join(QStringLiteral(", "))));
-    store::run(data, QStringLiteral("CREATE INDEX RazhNormByKod ON RazhNorm (KodHelp)"));
+    store::createRazhNorm(data, norms.columns.mid(1));
 }
 
 void writeTables(const QSqlDatabase &db, const Plan &plan, bool dataFile)

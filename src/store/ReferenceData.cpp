@@ -43,16 +43,24 @@ QVariant fieldValue(const QString &raw, bool numeric, bool *good)
     return number;
 }
 
-void createRazhNorm(const QSqlDatabase &data, const CsvTable &norms)
+QStringList materialColumns(const CsvTable &norms)
 {
-    QStringList columns{QStringLiteral("ID INTEGER PRIMARY KEY"), QStringLiteral("KodHelp TEXT")};
+    QStringList columns;
     for (int i = 1; i < norms.header.size(); ++i)
-        columns << QStringLiteral("M%1 REAL").arg(i);
-    run(data, QStringLiteral("CREATE TABLE RazhNorm (%1)").arg(columns.join(QStringLiteral(", "))));
-    run(data, QStringLiteral("CREATE INDEX RazhNormByKod ON RazhNorm (KodHelp)"));
+        columns << QStringLiteral("M%1").arg(i);
+    return columns;
 }
 
 } // namespace
+
+void createRazhNorm(const QSqlDatabase &data, const QStringList &materialColumns)
+{
+    QStringList columns{QStringLiteral("ID INTEGER PRIMARY KEY"), QStringLiteral("KodHelp TEXT")};
+    for (const QString &material : materialColumns)
+        columns << material + QStringLiteral(" REAL");
+    run(data, QStringLiteral("CREATE TABLE RazhNorm (%1)").arg(columns.join(QStringLiteral(", "))));
+    run(data, QStringLiteral("CREATE INDEX RazhNormByKod ON RazhNorm (KodHelp)"));
+}
 
 CsvRowInserter::CsvRowInserter(const QSqlDatabase &db, const QString &table, const QStringList &header,
                                const QString &source, bool idIsLine)
@@ -109,7 +117,7 @@ void loadDataReferenceData(const QSqlDatabase &data)
     for (const QString &name : {QStringLiteral("PostCode"), QStringLiteral("Mater")})
         insertCsvRows(data, name, shippedCsv(name), name + QStringLiteral(".csv"));
     const CsvTable norms = shippedCsv(QStringLiteral("RazhNorm"));
-    createRazhNorm(data, norms);
+    createRazhNorm(data, materialColumns(norms));
     insertCsvRows(data, QStringLiteral("RazhNorm"), norms, QStringLiteral("RazhNorm.csv"));
 }
 

@@ -13,6 +13,8 @@ namespace store {
 void loadClinicReferenceData(const QSqlDatabase &clinic);
 // The rows of a new data.db: PostCode, Mater and RazhNorm (whose columns follow Mater).
 void loadDataReferenceData(const QSqlDatabase &data);
+// RazhNorm has one REAL column per material (M1, M2, ...), as many as its source has.
+void createRazhNorm(const QSqlDatabase &data, const QStringList &materialColumns);
 
 // Inserts rows given as the fields of a CSV header into `table`, one prepared statement for
 // all. Throws SqlError, naming the source and line, when a header names no column or a number
