@@ -1,0 +1,20 @@
+#include "reports/ActivityCodes.h"
+
+#include <QSet>
+
+namespace reports {
+
+bool IsFillingCode(const QString &code)
+{
+    static const QSet<QString> codes = [] {
+        QSet<QString> all;
+        for (const QString &base : {QStringLiteral("301"), QStringLiteral("302"), QStringLiteral("303"), QStringLiteral("304")})
+            for (const QString &letter : {QString(), QStringLiteral("А"), QStringLiteral("Б"), QStringLiteral("В"),
+                                         QStringLiteral("A"), QStringLiteral("B")})
+                all.insert(base + letter);
+        return all;
+    }();
+    return codes.contains(code);
+}
+
+} // namespace reports
