@@ -34,7 +34,7 @@ QStringList argumentsOf(int argc, char **argv)
 // platform, so that it runs without a display. The others need no more than the core.
 std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv, const Command &command)
 {
-    if (command.name() != QLatin1String("print"))
+    if (!command.rendersForms())
         return std::make_unique<QCoreApplication>(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     auto app = std::make_unique<QGuiApplication>(argc, argv);

@@ -16,6 +16,7 @@ const struct
     Settings::Key y;
 } offsetKeys[] = {
     {"rprKarton", Settings::Key::KartonOffsetX, Settings::Key::KartonOffsetY},
+    {"rptSpec", Settings::Key::SpecOffsetX, Settings::Key::SpecOffsetY},
 };
 
 std::optional<std::pair<Settings::Key, Settings::Key>> keysOf(const QString &formName)

@@ -21,6 +21,9 @@ const KeyDef keys[] = {
     {Settings::Key::MainHeight, "Settings/MainHeight", 700},
     {Settings::Key::KartonOffsetX, "PrintOffsets/rprKartonX", 0.0},
     {Settings::Key::KartonOffsetY, "PrintOffsets/rprKartonY", 0.0},
+    {Settings::Key::SpecOffsetX, "PrintOffsets/rptSpecX", 0.0},
+    {Settings::Key::SpecOffsetY, "PrintOffsets/rptSpecY", 0.0},
+    {Settings::Key::XmlReportFolder, "Reports/XmlFolder", QString()},
 };
 
 const KeyDef &definition(Settings::Key key)

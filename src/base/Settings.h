@@ -19,6 +19,9 @@ public:
         MainHeight,
         KartonOffsetX, // mm the ambulatory sheet is moved right on the paper
         KartonOffsetY, // mm it is moved down
+        SpecOffsetX,   // the same for the claim form (rptSpec)
+        SpecOffsetY,
+        XmlReportFolder, // where the last XML report was saved; the documents folder at first
     };
 
     Settings();

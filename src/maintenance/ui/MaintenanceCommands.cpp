@@ -2,6 +2,7 @@
 
 #include "base/Dialogs.h"
 #include "base/RunState.h"
+#include "base/ui/BusyPointer.h"
 #include "maintenance/Backup.h"
 #include "maintenance/CleanOut.h"
 #include "maintenance/Repair.h"
@@ -31,15 +32,6 @@ ArchiveChooser &chooser()
     static ArchiveChooser chosen = showArchiveDialog;
     return chosen;
 }
-
-class BusyPointer final
-{
-public:
-    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer &) = delete;
-    BusyPointer &operator=(const BusyPointer &) = delete;
-};
 
 } // namespace
 

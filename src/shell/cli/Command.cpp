@@ -11,6 +11,7 @@
 #include "shell/cli/ImportZoksCommand.h"
 #include "shell/cli/PrintCommand.h"
 #include "shell/cli/RepairCommand.h"
+#include "shell/cli/ReportCommand.h"
 #include "shell/cli/RestoreCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
@@ -24,6 +25,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ImportZoksCommand>());
     commands.push_back(std::make_unique<ImportLegacyCommand>());
     commands.push_back(std::make_unique<PrintCommand>());
+    commands.push_back(std::make_unique<ReportCommand>());
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<RepairCommand>());

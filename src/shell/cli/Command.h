@@ -15,6 +15,8 @@ public:
     virtual QString summary() const = 0;
     // `arguments` starts with the subcommand's own name, as QCommandLineParser expects.
     virtual int execute(const QStringList &arguments, QTextStream &out, QTextStream &err) = 0;
+    // A command that draws a form to PDF needs fonts and a painter, which a core run lacks.
+    virtual bool rendersForms() const { return false; }
 };
 
 // All subcommands, in the order --help lists them.

@@ -39,6 +39,7 @@ public:
     QString name() const override { return QStringLiteral("print"); }
     QString summary() const override { return QStringLiteral("render a printed form to a PDF file"); }
     int execute(const QStringList &arguments, QTextStream &out, QTextStream &err) override;
+    bool rendersForms() const override { return true; }
 };
 
 // The forms, one function each (PrintSheetForm.cpp, PrintPatientForms.cpp).

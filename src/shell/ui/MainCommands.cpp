@@ -4,12 +4,14 @@
 
 #include "admin/ui/Cenoraz.h"
 #include "admin/ui/Grafic.h"
+#include "admin/ui/MedicUnitForm.h"
 #include "maintenance/ui/LegacyTakeoverScreen.h"
 #include "maintenance/ui/ZoksImportScreen.h"
 #include "maintenance/ui/MaintenanceCommands.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
+#include "reports/ui/ReportWindows.h"
 #include "treatment/ui/DenHelp.h"
 
 #include <QAction>
@@ -31,16 +33,16 @@ void openTreatment(const QString &egn, const QString &name, const QString &openM
     });
 }
 
-// The take-over of an earlier edition's practice is no item of the system's own menu: it stands
-// in "Служебна" after "Зареждане на данни", beside the other way of bringing data in.
-void addTakeOverCommand(QMenu *service, QAction *restore, QWidget *owner)
+// An item the system's own menu does not have, placed in a menu right after `before`.
+void insertItem(QMenu *menu, QAction *before, const QString &name, const QString &caption, QWidget *owner,
+                std::function<void()> command)
 {
-    const QList<QAction *> items = service->actions();
-    const qsizetype after = items.indexOf(restore) + 1;
-    auto *takeOver = new QAction(QStringLiteral("Пренасяне от стара версия"), service);
-    takeOver->setObjectName(QStringLiteral("mnuSlgLegacy"));
-    service->insertAction(after < items.size() ? items.at(after) : nullptr, takeOver);
-    QObject::connect(takeOver, &QAction::triggered, owner, [owner] { legacyscreen::TakeOverOldPractice(owner); });
+    const QList<QAction *> items = menu->actions();
+    const qsizetype after = items.indexOf(before) + 1;
+    auto *item = new QAction(caption, menu);
+    item->setObjectName(name);
+    menu->insertAction(after < items.size() ? items.at(after) : nullptr, item);
+    QObject::connect(item, &QAction::triggered, owner, std::move(command));
 }
 
 } // namespace
@@ -52,7 +54,25 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuPacKorEGN"), [this] { KorEGN::open(this); });
     wire(QStringLiteral("mnuPacReg"), [this] { followCard(KartonAdd::openNew(this)); });
     wire(QStringLiteral("mnuPacZOKC"), [this] { zoksscreen::ImportFromZoks(this); });
-    addTakeOverCommand(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")), this);
+    // The take-over of an earlier edition's practice stands after "Зареждане на данни", beside the
+    // other way of bringing data in.
+    insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")),
+               QStringLiteral("mnuSlgLegacy"), QStringLiteral("Пренасяне от стара версия"), this,
+               [this] { legacyscreen::TakeOverOldPractice(this); });
+    // "Осчетоводяване" leads to the XML report, as it always has; the accounting form that
+    // marks a period's lines one by one gets its own item below it.
+    insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgSchet")),
+               QStringLiteral("mnuSlgSchetForm"), QStringLiteral("Осчетоводяване по услуги"), this,
+               [this] { reportsui::openAccountingPeriod(this); });
+    wire(QStringLiteral("mnuOtchetWork"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Activity); });
+    wire(QStringLiteral("mnuOtMat"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Materials); });
+    wire(QStringLiteral("mnuOtchetWorkGod"),
+         [this] { reportsui::openReportPeriod(this, reports::ReportKind::FundSummary); });
+    wire(QStringLiteral("mnuOtchetExportXML"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml); });
+    wire(QStringLiteral("mnuOtSpecif"),
+         [this] { reportsui::openReportPeriod(this, reports::ReportKind::Specification); });
+    wire(QStringLiteral("mnuSlgSchet"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml, false); });
+    wire(QStringLiteral("mnuSlgUnit"), [this] { MedicUnitForm::open(this); });
     wire(QStringLiteral("mnuOtPac"), [this] { openSearch(3); });
     wire(QStringLiteral("mnuOtSpGraf"), [this] { printDiaryPage(); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });

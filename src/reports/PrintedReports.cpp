@@ -1,0 +1,153 @@
+#include "reports/PrintedReports.h"
+
+#include "admin/Accounting.h"
+#include "reports/ActivityReport.h"
+#include "reports/ActivityReportPage.h"
+#include "reports/FundSummary.h"
+#include "reports/FundSummaryPage.h"
+#include "reports/Materials.h"
+#include "reports/MaterialsPage.h"
+#include "reports/Specification.h"
+#include "reports/SpecificationCells.h"
+#include "reports/SpecificationPage.h"
+#include "store/Dates.h"
+#include "store/Scratch.h"
+#include "store/Sql.h"
+
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+#include <charconv>
+
+namespace reports {
+namespace {
+
+// A scratch value as the command line shows it: dates DD.MM.YYYY, single-precision quantities
+// in their shortest exact form, nothing for an empty field.
+QString shownValue(const QString &column, const QVariant &value)
+{
+    if (value.isNull())
+        return {};
+    if (column == u"Data")
+        return dates::isoToTyped(value.toString());
+    if (column == u"Kol") {
+        char digits[32];
+        const auto end = std::to_chars(digits, digits + sizeof digits, value.toFloat()).ptr;
+        return QString::fromLatin1(digits, int(end - digits));
+    }
+    return value.toString();
+}
+
+Result<QStringList> scratchLines(const QString &table)
+{
+    const QStringList columns = store::scratchColumns(table);
+    QStringList lines;
+    try {
+        QSqlQuery rows = store::run(store::scratchDb(),
+                                    QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QStringLiteral(", ")), table));
+        while (rows.next()) {
+            QStringList fields;
+            for (int i = 0; i < columns.size(); ++i)
+                fields << shownValue(columns.at(i), rows.value(i));
+            lines << fields.join(u'\t');
+        }
+    } catch (const store::SqlError &error) {
+        return Result<QStringList>::failure(error.message());
+    }
+    return Result<QStringList>::success(lines);
+}
+
+Outcome emptied(ReportKind kind)
+{
+    const QString table = ScratchTableOf(kind);
+    return table.isEmpty() ? Outcome::success() : store::EmptyScratchTable(table);
+}
+
+} // namespace
+
+std::optional<ReportKind> ReportKindFrom(const QString &text)
+{
+    const int value = text.trimmed().toInt();
+    if (value < 1 || value > 5)
+        return std::nullopt;
+    return ReportKind(value);
+}
+
+QString ReportKindText(ReportKind kind) { return QString::number(int(kind)); }
+
+QString ScratchTableOf(ReportKind kind)
+{
+    switch (kind) {
+    case ReportKind::Activity: return QStringLiteral("TempWork");
+    case ReportKind::Materials: return QStringLiteral("TempMater");
+    case ReportKind::FundSummary: return QStringLiteral("TempZOKC");
+    case ReportKind::Xml: return {};
+    case ReportKind::Specification: return QStringLiteral("TempSpec");
+    }
+    return {};
+}
+
+Outcome PrepareReport(ReportKind kind, bool withScratch)
+{
+    if (!withScratch)
+        return Outcome::success();
+    if (kind == ReportKind::Materials)
+        if (const Outcome classified = ClassifyFillings(store::clinicDb()); !classified)
+            return classified;
+    // The XML report builds no table of its own, but the menu entry has always made TempWork.
+    const QString table = kind == ReportKind::Xml ? QStringLiteral("TempWork") : ScratchTableOf(kind);
+    return store::CreateScratchTable(table);
+}
+
+// A second "Търси" over the same open dialog builds the report anew rather than on top of the
+// first: the materials list is loaded again before the period is added to it.
+Result<SkippedPatients> BuildReport(ReportKind kind, const Period &period, const QString &medicCode)
+{
+    if (const Outcome empty = emptied(kind); !empty)
+        return Result<SkippedPatients>::failure(empty.error());
+    const QSqlDatabase clinic = store::clinicDb();
+    const QSqlDatabase scratch = store::scratchDb();
+    switch (kind) {
+    case ReportKind::Activity: return BuildActivityReport(clinic, scratch, period, medicCode);
+    case ReportKind::FundSummary: return BuildFundSummary(clinic, scratch, period, medicCode);
+    case ReportKind::Specification: return BuildSpecification(clinic, scratch, period, medicCode);
+    case ReportKind::Materials:
+        if (const Outcome loaded = LoadMaterialsList(store::dataDb(), scratch); !loaded)
+            return Result<SkippedPatients>::failure(loaded.error());
+        if (const Outcome calculated = CalcMaterials(clinic, store::dataDb(), scratch, period); !calculated)
+            return Result<SkippedPatients>::failure(calculated.error());
+        return Result<SkippedPatients>::success({});
+    case ReportKind::Xml: break;
+    }
+    return Result<SkippedPatients>::failure(QStringLiteral("XML отчетът няма печатна форма."));
+}
+
+Result<print::PageDescription> ReportPage(ReportKind kind, const Period &period, const QString &medicName)
+{
+    const QSqlDatabase scratch = store::scratchDb();
+    switch (kind) {
+    case ReportKind::Activity: return WorkPage(scratch, period, medicName);
+    case ReportKind::FundSummary: return ZokcPage(scratch, period, medicName);
+    case ReportKind::Specification: return SpecPage(store::clinicDb(), scratch, period);
+    case ReportKind::Materials: return MatPage(scratch, period, medicName);
+    case ReportKind::Xml: break;
+    }
+    return Result<print::PageDescription>::failure(QStringLiteral("XML отчетът няма печатна форма."));
+}
+
+Result<QStringList> ReportLines(ReportKind kind, const Period &period)
+{
+    if (kind != ReportKind::Specification)
+        return scratchLines(ScratchTableOf(kind));
+    const auto cells = SpecificationCells(store::clinicDb(), store::scratchDb(), period);
+    if (!cells)
+        return Result<QStringList>::failure(cells.error());
+    QStringList lines;
+    for (const auto &[name, text] : cells.value())
+        lines << name + u'\t' + text;
+    return Result<QStringList>::success(lines);
+}
+
+Outcome CloseReport(ReportKind kind) { return emptied(kind); }
+
+} // namespace reports

@@ -1,0 +1,201 @@
+#include "shell/cli/ReportCommand.h"
+
+#include "admin/DiaryPrint.h"
+#include "base/PrintOutput.h"
+#include "base/RunState.h"
+#include "reports/PrintedReports.h"
+#include "reports/StomatologyXml.h"
+#include "shell/cli/ParseArguments.h"
+#include "store/DataPaths.h"
+#include "store/Dates.h"
+#include "store/Sql.h"
+#include "store/Store.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+struct KindName final
+{
+    const char *name;
+    reports::ReportKind kind;
+};
+
+const KindName kinds[] = {
+    {"activity", reports::ReportKind::Activity},
+    {"summary", reports::ReportKind::FundSummary},
+    {"specification", reports::ReportKind::Specification},
+    {"materials", reports::ReportKind::Materials},
+    {"xml", reports::ReportKind::Xml},
+};
+
+std::optional<reports::ReportKind> kindNamed(const QString &name)
+{
+    for (const KindName &entry : kinds)
+        if (name == QLatin1String(entry.name))
+            return entry.kind;
+    return std::nullopt;
+}
+
+QString usage()
+{
+    return QStringLiteral(
+        "Usage: velmorata report activity|summary|specification|materials [--data-dir DIR] --doctor KOD\n"
+        "                        --from DD.MM.YYYY --to DD.MM.YYYY [--pdf FILE]\n"
+        "       velmorata report xml [--data-dir DIR] --doctor KOD --from DD.MM.YYYY --to DD.MM.YYYY\n"
+        "                        [--today DD.MM.YYYY] --out FILE\n"
+        "Without --pdf a printed report writes its rows on stdout, tab-separated.\n");
+}
+
+// Messages of the program are written with a carriage return between lines.
+QString oneLine(const QString &message) { return QString(message).replace(QChar(13), QChar(u' ')).simplified(); }
+
+class ReportRun final
+{
+public:
+    ReportRun(reports::ReportKind kind, const QCommandLineParser &parser, QTextStream &out, QTextStream &err)
+        : m_kind(kind), m_parser(parser), m_out(out), m_err(err)
+    {
+    }
+
+    int execute(const reports::Period &period)
+    {
+        const auto doctor = diaryprint::DoctorName(store::clinicDb(), m_parser.value(QStringLiteral("doctor")));
+        if (!doctor)
+            return fail(doctor.error());
+        run().CurrentMedicCode = m_parser.value(QStringLiteral("doctor"));
+        run().CurrentMedicName = doctor.value();
+        return m_kind == reports::ReportKind::Xml ? writeXml(period) : printed(period);
+    }
+
+private:
+    int printed(const reports::Period &period)
+    {
+        if (const Outcome prepared = reports::PrepareReport(m_kind); !prepared)
+            return fail(prepared.error());
+        const auto built = reports::BuildReport(m_kind, period, run().CurrentMedicCode);
+        if (!built)
+            return fail(built.error());
+        if (!built->isEmpty())
+            m_err << "report: " << oneLine(built->message()) << Qt::endl;
+        const int code = m_parser.isSet(QStringLiteral("pdf")) ? writePdf(period) : writeLines(period);
+        (void)reports::CloseReport(m_kind); // the scratch file holds nothing that is not derived
+        return code;
+    }
+
+    int writePdf(const reports::Period &period)
+    {
+        const auto page = reports::ReportPage(m_kind, period, run().CurrentMedicName);
+        if (!page)
+            return fail(page.error());
+        const QString pdf = m_parser.value(QStringLiteral("pdf"));
+        if (const Outcome written = print::writeFormPdf(page.value(), pdf); !written)
+            return fail(written.error());
+        m_out << "Wrote " << pdf << Qt::endl;
+        return 0;
+    }
+
+    int writeLines(const reports::Period &period)
+    {
+        const auto lines = reports::ReportLines(m_kind, period);
+        if (!lines)
+            return fail(lines.error());
+        for (const QString &line : lines.value())
+            m_out << line << '\n';
+        m_out.flush();
+        return 0;
+    }
+
+    int writeXml(const reports::Period &period)
+    {
+        QDate today = QDate::currentDate();
+        if (m_parser.isSet(QStringLiteral("today"))) {
+            const auto given = dates::fromTyped(m_parser.value(QStringLiteral("today")));
+            if (!given)
+                return fail(QStringLiteral("--today is no date: ") + m_parser.value(QStringLiteral("today")), 2);
+            today = *given;
+        }
+        const auto report = reports::BuildStomatologyXml(store::clinicDb(), period, run().CurrentMedicCode, today);
+        if (!report)
+            return fail(report.error());
+        const QString target = m_parser.value(QStringLiteral("out"));
+        if (const Outcome written = reports::WriteXmlReport(report->document, target); !written)
+            return fail(written.error());
+        m_out << "Wrote " << target << ": " << report->sheets << " sheets" << Qt::endl;
+        return 0;
+    }
+
+    int fail(const QString &message, int code = 1)
+    {
+        m_err << "report: " << oneLine(message) << Qt::endl;
+        return code;
+    }
+
+    reports::ReportKind m_kind;
+    const QCommandLineParser &m_parser;
+    QTextStream &m_out;
+    QTextStream &m_err;
+};
+
+QString missingOption(const QCommandLineParser &parser, reports::ReportKind kind)
+{
+    QStringList required{QStringLiteral("doctor"), QStringLiteral("from"), QStringLiteral("to")};
+    if (kind == reports::ReportKind::Xml)
+        required << QStringLiteral("out");
+    for (const QString &name : required)
+        if (parser.value(name).isEmpty())
+            return name;
+    return {};
+}
+
+} // namespace
+
+int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    const QString kindName = arguments.value(1);
+    const auto kind = kindNamed(kindName);
+    if (!kind) {
+        const bool help = kindName == u"--help" || kindName == u"-h";
+        if (!help)
+            err << "report: unknown report \"" << kindName << "\"\n";
+        (help ? out : err) << usage();
+        return help ? 0 : 2;
+    }
+    QCommandLineParser parser;
+    parser.setApplicationDescription(usage());
+    parser.addHelpOption();
+    parser.addOptions({
+        {QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
+         store::DataPaths::defaultFolder()},
+        {QStringLiteral("doctor"), QStringLiteral("The doctor's practice code (KodMedic)."), QStringLiteral("KOD")},
+        {QStringLiteral("from"), QStringLiteral("The first day of the period."), QStringLiteral("DD.MM.YYYY")},
+        {QStringLiteral("to"), QStringLiteral("The last day of the period."), QStringLiteral("DD.MM.YYYY")},
+    });
+    if (*kind == reports::ReportKind::Xml)
+        parser.addOptions({{QStringLiteral("today"), QStringLiteral("The reporting date (default: today)."),
+                            QStringLiteral("DD.MM.YYYY")},
+                           {QStringLiteral("out"), QStringLiteral("The XML file to write."), QStringLiteral("FILE")}});
+    else
+        parser.addOption({QStringLiteral("pdf"), QStringLiteral("Write the printed form to this PDF file."),
+                          QStringLiteral("FILE")});
+    if (const auto ended = parseArguments(parser, arguments.mid(1), out, err, QStringLiteral("report: ")))
+        return *ended;
+    if (const QString missing = missingOption(parser, *kind); !missing.isEmpty()) {
+        err << "report " << kindName << ": --" << missing << " is required" << Qt::endl;
+        return 2;
+    }
+    const reports::PeriodEntry entry =
+        reports::CheckPeriod(parser.value(QStringLiteral("from")), parser.value(QStringLiteral("to")));
+    if (entry.check != reports::PeriodCheck::Accepted) {
+        err << "report " << kindName << ": " << oneLine(entry.message) << Qt::endl;
+        return 2;
+    }
+    const store::StoreOpening opened = store::openStore(store::DataPaths::inFolder(parser.value(QStringLiteral("data-dir"))));
+    if (!opened) {
+        err << "report " << kindName << ": " << oneLine(opened.error()) << Qt::endl;
+        return 1;
+    }
+    const int code = ReportRun(*kind, parser, out, err).execute(entry.period);
+    store::closeStore();
+    return code;
+}
