@@ -63,7 +63,7 @@ MedicUnit::MedicUnit(QWidget *parent)
         dialogs().information(loaded.error());
         m_update->setEnabled(false); // a row that could not be read is not written over blind
     }
-    resize(900, 560);
+    resize(900, 470);
 }
 
 QWidget *MedicUnit::buildFrame(const QList<int> &fields, int columns)

@@ -94,6 +94,10 @@ QWidget *Schet::buildLines()
     m_grid->setModel(m_model);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    // Fixed widths: measuring the contents of a long period's lines would take a while.
+    const int widths[ColumnCount] = {90, 55, 0, 70, 45, 100};
+    for (int column = 0; column < ColumnCount; ++column)
+        m_grid->setColumnWidth(column, widths[column]);
     m_grid->horizontalHeader()->setSectionResizeMode(ServiceColumn, QHeaderView::Stretch);
     m_record = new QLabel(panel);
     m_record->setObjectName(QStringLiteral("Data1"));
