@@ -2,6 +2,7 @@
 
 #include "admin/AccessCodes.h"
 #include "admin/Doctors.h"
+#include "admin/MedicUnit.h"
 #include "maintenance/DemoPeople.h"
 #include "maintenance/DemoRows.h"
 #include "maintenance/DemoServices.h"
@@ -67,6 +68,7 @@ public:
             return Result<DemoSummary>::failure(
                 QStringLiteral("Папката %1 вече съдържа лекари или пациенти; изберете празна папка.").arg(m_options.folder));
         addDoctors();
+        addMedicUnit();
         addPatients();
         QList<DemoPatient> patients;
         patients.reserve(m_patients.size());
@@ -115,6 +117,43 @@ private:
             medic.add({doctor.name, person.egn, doctor.code, accesscodes::hashForStorage(doctor.accessCode)});
             m_summary.doctors << doctor;
         }
+    }
+
+    // An invented practice, so that the reports to the fund carry a believable head: the
+    // registration number begins with the region's code (22, Sofia city).
+    void addMedicUnit()
+    {
+        const QHash<QString, QString> unit{
+            {QStringLiteral("UserName"), QStringLiteral("АИПСМП-ДП „Бяла усмивка“ ЕООД")},
+            {QStringLiteral("UserID"), QStringLiteral("2201130457")},
+            {QStringLiteral("UserType"), QStringLiteral("11")},
+            {QStringLiteral("UserBULSTAT"), QStringLiteral("131452789")},
+            {QStringLiteral("UserContract"), QStringLiteral("22/0457")},
+            {QStringLiteral("UserUIN"), QStringLiteral("2200004571")},
+            {QStringLiteral("UserSIMP"), QStringLiteral("64")},
+            {QStringLiteral("UserMOL"), QStringLiteral("Елена Петрова Маринова")},
+            {QStringLiteral("UserEGN"), QStringLiteral("7203154421")},
+            {QStringLiteral("UserBank"), QStringLiteral("Примерна търговска банка АД")},
+            {QStringLiteral("UserIBAN"), QStringLiteral("BG18PRIM92301012345678")},
+            {QStringLiteral("UserBIC"), QStringLiteral("PRIMBGSF")},
+            {QStringLiteral("UserCountry"), QStringLiteral("BG")},
+            {QStringLiteral("UserCap"), QStringLiteral("София-град")},
+            {QStringLiteral("UserObMiniCap"), QStringLiteral("Столична")},
+            {QStringLiteral("UserCity"), QStringLiteral("гр. София")},
+            {QStringLiteral("UserCityID"), QStringLiteral("1000")},
+            {QStringLiteral("UserKs"), QStringLiteral("Лозенец")},
+            {QStringLiteral("UserUl"), QStringLiteral("Кокиче")},
+            {QStringLiteral("UserUlID"), QStringLiteral("12")},
+            {QStringLiteral("UserVx"), QStringLiteral("А")},
+            {QStringLiteral("UserEt"), QStringLiteral("1")},
+            {QStringLiteral("UserTel"), QStringLiteral("02 963 41 27")},
+            {QStringLiteral("UserGSM"), QStringLiteral("0888 412 736")},
+            {QStringLiteral("UserEmail"), QStringLiteral("priemna@byala-usmivka.example")},
+        };
+        QStringList values;
+        for (const QString &field : medicunit::FieldNames())
+            values << unit.value(field);
+        medicunit::WriteMedicUnit(m_db, values);
     }
 
     Person uniquePerson(QDate &born)

@@ -169,6 +169,8 @@ Outcome openClinicFile(const QString &path, const QString &connection)
     return openFile(path, connection, namesOf(clinicTables()), [](const QSqlDatabase &db) {
         createTables(db, clinicTables(), clinicIndexStatements());
         loadClinicReferenceData(db);
+        // The practice's own data is one row that the unit's form edits: a new file has it, empty.
+        run(db, QStringLiteral("INSERT INTO MedicUnit DEFAULT VALUES"));
     });
 }
 

@@ -1,0 +1,191 @@
+#include "TestPractice.h"
+
+#include "admin/Accounting.h"
+#include "reports/Materials.h"
+#include "reports/MaterialsPage.h"
+#include "reports/PeriodLines.h"
+#include "store/ReferenceData.h"
+#include "store/Scratch.h"
+#include "store/Sql.h"
+
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+
+const reports::Period March = reports::CheckPeriod(QStringLiteral("01.03.2026"), QStringLiteral("31.03.2026")).period;
+
+// Three materials (the first two start from nothing, the third from the store's 5), and the
+// norms of a few codes, one column a material. A norm given as NaN is stored as Null.
+void setUpNorms(const QList<std::pair<QString, QList<double>>> &norms, int columns = 3)
+{
+    const QSqlDatabase data = store::dataDb();
+    store::run(data, QStringLiteral("DELETE FROM Mater"));
+    const QList<std::pair<QString, double>> materials{{u"Амалгама"_qs, 0.0}, {u"Композит"_qs, 0.0}, {u"Памук"_qs, 5.0}};
+    int kod = 1;
+    for (const auto &[name, kol] : materials)
+        store::run(data, QStringLiteral("INSERT INTO Mater (Kod, Name, Kol, Ed) VALUES (?, ?, ?, 'гр')"),
+                   {QStringLiteral("%1").arg(kod++, 3, 10, QChar(u'0')), name, kol});
+    store::run(data, QStringLiteral("DROP TABLE RazhNorm"));
+    QStringList names;
+    for (int i = 1; i <= columns; ++i)
+        names << QStringLiteral("M%1").arg(i);
+    store::createRazhNorm(data, names);
+    for (const auto &[code, values] : norms) {
+        QVariantList row{code};
+        for (const double value : values)
+            row << (std::isnan(value) ? QVariant(QMetaType(QMetaType::Double)) : QVariant(value));
+        QSqlQuery insert(data);
+        insert.prepare(QStringLiteral("INSERT INTO RazhNorm (KodHelp, %1) VALUES (?%2)")
+                           .arg(names.join(u','), QStringLiteral(",?").repeated(columns)));
+        for (const QVariant &value : row)
+            insert.addBindValue(value);
+        QVERIFY(insert.exec());
+    }
+}
+
+void addLines(int count, const QString &code, const QString &doctor = QStringLiteral("1111"),
+              const QString &text = QString())
+{
+    for (int i = 0; i < count; ++i)
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Help (EGN, Data, KodHelp, TextHelp, KodMedic, ListID) VALUES (?,?,?,?,?,?)"),
+                   {QStringLiteral("8001010000"), QStringLiteral("2026-03-%1").arg(1 + i % 28, 2, 10, QChar(u'0')), code,
+                    store::textOrNull(text), doctor, QStringLiteral("000042")});
+}
+
+Outcome loadAndCalc()
+{
+    if (auto made = store::CreateScratchTable(QStringLiteral("TempMater")); !made)
+        return made;
+    if (auto loaded = reports::LoadMaterialsList(store::dataDb(), store::scratchDb()); !loaded)
+        return loaded;
+    return reports::CalcMaterials(store::clinicDb(), store::dataDb(), store::scratchDb(), March);
+}
+
+// Name and quantity of each row of the report, in order.
+QStringList reportRows()
+{
+    QStringList rows;
+    const auto read = reports::ReadMaterialsReport(store::scratchDb());
+    for (const reports::MaterialUse &use : read.value())
+        rows << use.Name + u'=' + QString::number(use.Kol, 'g', 9);
+    return rows;
+}
+
+int scratchRows() { return store::scalar(store::scratchDb(), QStringLiteral("SELECT COUNT(*) FROM TempMater")).toInt(); }
+
+} // namespace
+
+class MaterialsTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void anEmptyPeriodShowsTheStock()
+    {
+        TestPractice practice;
+        setUpNorms({{u"101"_qs, {1, 1, 1}}});
+        QVERIFY(loadAndCalc().ok());
+        QCOMPARE(practice.dialogs().messages, QStringList({reports::NoMaterialsDataMessage, reports::DoneMessage}));
+        QCOMPARE(reportRows(), QStringList{u"Памук=5"_qs});
+    }
+
+    // Every doctor's lines, each adding its code's norms column by column in single precision:
+    // ten times 0.1 makes the single just above 1, not 1 nor the double just below it.
+    void sumsInSinglePrecisionOverAllDoctors()
+    {
+        TestPractice practice;
+        setUpNorms({{u"101"_qs, {0.1, 0.0, 0.15}}, {u"103"_qs, {0.0, 2.0, 0.0}}});
+        addLines(6, u"101"_qs, u"1111"_qs);
+        addLines(4, u"101"_qs, u"2222"_qs);
+        addLines(1, u"103"_qs, u"2222"_qs);
+        QVERIFY(loadAndCalc().ok());
+        QCOMPARE(reportRows(), QStringList({u"Амалгама=1.00000012"_qs, u"Композит=2"_qs, u"Памук=6.50000095"_qs}));
+        QCOMPARE(practice.dialogs().messages, QStringList{reports::DoneMessage});
+        QCOMPARE(practice.dialogs().progressShown, 1);
+    }
+
+    void anAmalgamFillingIsChargedByItsMaterialsNorms()
+    {
+        TestPractice practice;
+        setUpNorms({{u"301"_qs, {9, 9, 9}}, {u"301А"_qs, {1, 0, 0}}, {u"301Б"_qs, {0, 1, 0}}});
+        addLines(1, u"301"_qs, u"1111"_qs, u"Обт.амалгама"_qs);
+        addLines(2, u"301"_qs, u"1111"_qs, u"Обт.хим.композ."_qs);
+        QVERIFY(accounting::ClassifyFillings(store::clinicDb()).ok());
+        QVERIFY(loadAndCalc().ok());
+        QCOMPARE(reportRows(), QStringList({u"Амалгама=1"_qs, u"Композит=2"_qs, u"Памук=5"_qs}));
+    }
+
+    void aNullNormDropsTheMaterial()
+    {
+        TestPractice practice;
+        setUpNorms({{u"101"_qs, {1, 1, std::nan("")}}});
+        addLines(1, u"101"_qs);
+        QVERIFY(loadAndCalc().ok());
+        QCOMPARE(reportRows(), QStringList({u"Амалгама=1"_qs, u"Композит=1"_qs}));
+    }
+
+    // Where the norms cannot charge a line the report says which line, and leaves no table.
+    void missingNormsAreAMessageAndAnEmptyTable_data()
+    {
+        QTest::addColumn<int>("columns");
+        QTest::addColumn<QString>("code");
+        QTest::newRow("no norm row for the code") << 3 << "999";
+        QTest::newRow("fewer columns than materials") << 2 << "101";
+    }
+
+    void missingNormsAreAMessageAndAnEmptyTable()
+    {
+        QFETCH(int, columns);
+        QFETCH(QString, code);
+        TestPractice practice;
+        setUpNorms({{u"101"_qs, QList<double>(columns, 1.0)}}, columns);
+        addLines(3, u"101"_qs);
+        addLines(1, code);
+        const Outcome made = loadAndCalc();
+        QVERIFY(!made.ok());
+        QVERIFY2(made.error().contains(code) && made.error().contains(u"8001010000"_qs), qPrintable(made.error()));
+        QCOMPARE(scratchRows(), 0);
+        QVERIFY(!practice.dialogs().messages.contains(reports::DoneMessage));
+    }
+
+    void quantityPrintsAsAWholeGroupedNumber_data()
+    {
+        QTest::addColumn<double>("kol");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("rounds up") << 2.6 << "3";
+        QTest::newRow("half away from zero") << 2.5 << "3";
+        QTest::newRow("small") << 0.4 << "0";
+        QTest::newRow("thousands") << 1234.4 << "1 234";
+        QTest::newRow("rounds into the next group") << 999.5 << "1 000";
+        QTest::newRow("millions") << 1234567.0 << "1 234 567";
+    }
+
+    void quantityPrintsAsAWholeGroupedNumber()
+    {
+        QFETCH(double, kol);
+        QFETCH(QString, shown);
+        QCOMPARE(reports::MaterialQuantityText(kol), shown);
+    }
+
+    void theFormCarriesThePeriodAndEveryRow()
+    {
+        const QList<reports::MaterialUse> rows{{u"Амалгама"_qs, 2.6, u"кап"_qs}, {u"Памук"_qs, 1234.4, u"гр"_qs}};
+        const print::PageDescription form = reports::MaterialsPage(rows, March, u"Иван Петров"_qs);
+        QCOMPARE(form.formName, u"rprMat"_qs);
+        const print::Page page = form.pages().first();
+        for (const auto &[name, text] : QList<std::pair<QString, QString>>{
+                 {u"Label3"_qs, u"01.03.2026"_qs}, {u"Label9"_qs, u"31.03.2026"_qs},
+                 {u"Label6"_qs, u"от д-р Иван Петров"_qs}, {u"Label1"_qs, u"Справка"_qs},
+                 {u"Label2"_qs, u"за изразходваните материали"_qs}, {u"Label4"_qs, u"за времето от"_qs},
+                 {u"Label5"_qs, u"до"_qs}, {u"Label7"_qs, u"Име на материала"_qs}, {u"Label8"_qs, u"Кол."_qs},
+                 {print::rowItemName(u"Text2"_qs, 1), u"Памук"_qs}, {print::rowItemName(u"Text1"_qs, 0), u"3"_qs},
+                 {print::rowItemName(u"Text1"_qs, 1), u"1 234"_qs}, {print::rowItemName(u"Text3"_qs, 0), u"кап"_qs}})
+            QCOMPARE(page.textAt(name), text);
+    }
+};
+
+QTEST_MAIN(MaterialsTest)
+#include "tst_Materials.moc"
