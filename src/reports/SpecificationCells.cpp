@@ -2,8 +2,6 @@
 
 #include "store/Sql.h"
 
-#include <QSqlRecord>
-
 #include <cmath>
 
 namespace reports {
@@ -52,6 +50,17 @@ public:
 private:
     QList<SpecificationCell> m_cells;
 };
+
+// The unit's fields the form shows, under the names this program gives them whatever the case
+// of the stored columns.
+QStringList fieldsOnTheForm()
+{
+    QStringList fields{QString::fromLatin1(UnitIdBoxes.field), QString::fromLatin1(UnitEgnBoxes.field),
+                       QString::fromLatin1(UnitUinBoxes.field), QStringLiteral("UserMOL")};
+    for (const auto &cell : unitCells)
+        fields << QString::fromLatin1(cell.field);
+    return fields;
+}
 
 void addUnitHead(CellList &cells, const UnitFields &unit, const Period &period)
 {
@@ -204,13 +213,13 @@ const QList<ClaimSection> &ClaimSections()
 Result<UnitFields> ReadSpecificationUnit(const QSqlDatabase &clinic)
 {
     try {
-        QSqlQuery query = store::run(clinic, QStringLiteral("SELECT * FROM MedicUnit ORDER BY ID"));
+        const QStringList fields = fieldsOnTheForm();
+        QSqlQuery query = store::run(
+            clinic, QStringLiteral("SELECT %1 FROM MedicUnit ORDER BY ID").arg(fields.join(QStringLiteral(", "))));
         UnitFields unit;
-        if (query.next()) {
-            const QSqlRecord record = query.record();
-            for (int n = 0; n < record.count(); ++n)
-                unit.insert(record.fieldName(n), record.isNull(n) ? QString() : record.value(n).toString());
-        }
+        if (query.next())
+            for (int n = 0; n < fields.size(); ++n)
+                unit.insert(fields.at(n), query.isNull(n) ? QString() : query.value(n).toString());
         return Result<UnitFields>::success(unit);
     } catch (const store::SqlError &error) {
         return Result<UnitFields>::failure(error.message());
