@@ -28,9 +28,9 @@ const std::array<Column, 6> Columns{{
     {"Text1", "Дата", Left, 20, Qt::AlignLeft},
     {"Text2", "Име на пациента", Left + 20, 55, Qt::AlignLeft},
     {"Text3", "Време", Left + 75, 14, Qt::AlignRight},
-    {"Text4", "ЕГН", Left + 89, 23, Qt::AlignLeft},
-    {"Text5", "Год.", Left + 112, 10, Qt::AlignHCenter},
-    {"Text6", "Дейности", Left + 122, 58, Qt::AlignLeft},
+    {"Text4", "ЕГН", Left + 89, 22, Qt::AlignLeft},
+    {"Text5", "Год.", Left + 111, 10, Qt::AlignHCenter},
+    {"Text6", "Дейности", Left + 121, 59, Qt::AlignLeft},
 }};
 
 PageItem centred(const QString &name, double y, const QString &value, double size, bool bold = false)
@@ -50,7 +50,7 @@ QList<PageItem> columnHeads()
     QList<PageItem> heads{line(QStringLiteral("HeadTop"), {Left, 0}, {Left + Width, 0}, 0.4)};
     for (const Column &column : Columns) {
         PageItem head = caption(QStringLiteral("Head%1").arg(QLatin1String(column.name)), cellRect(column, 0.5, 5.5),
-                                QString::fromUtf8(column.head), 9.0);
+                                QString::fromUtf8(column.head), 8.5);
         head.bold = true;
         head.alignment = column.alignment | Qt::AlignVCenter;
         heads << head;
@@ -59,22 +59,26 @@ QList<PageItem> columnHeads()
     return heads;
 }
 
-// A long list of codes gets a smaller font and more lines, so that a year's list still shows whole.
-PageItem codesCell(const Column &column, const QString &codes)
+// A text too long for its cell gets a smaller font and two or three lines, so that a long
+// name or a year's list of codes still shows whole.
+PageItem fittingCell(const Column &column, const QString &value)
 {
-    const double size = codes.size() <= 36 ? 9.0 : codes.size() <= 96 ? 6.0 : 4.5;
-    PageItem item = wrapped(QString::fromLatin1(column.name), cellRect(column, 0.2, RowHeight - 0.4), codes, size);
-    item.alignment = Qt::AlignLeft | Qt::AlignVCenter;
+    const double lineCapacity = (column.width - 1.6) / 1.8; // characters of the row's 8.5 pt
+    const double size = value.size() <= lineCapacity ? 8.5 : value.size() <= 2.6 * lineCapacity ? 6.0 : 4.5;
+    PageItem item = wrapped(QString::fromLatin1(column.name), cellRect(column, 0.2, RowHeight - 0.4), value, size);
+    item.alignment = column.alignment | Qt::AlignVCenter;
     return item;
 }
 
 QList<PageItem> detailRow(const std::array<QString, 6> &values)
 {
     QList<PageItem> row;
-    for (int n = 0; n < 5; ++n)
-        row << text(QString::fromLatin1(Columns[n].name), cellRect(Columns[n], 0.2, RowHeight - 0.4), values[n], 9.0,
-                    Columns[n].alignment | Qt::AlignVCenter);
-    row << codesCell(Columns[5], values[5]);
+    for (int n = 0; n < 6; ++n) {
+        const bool mayBeLong = n == 1 || n == 5; // the name and the codes
+        row << (mayBeLong ? fittingCell(Columns[n], values[n])
+                          : text(QString::fromLatin1(Columns[n].name), cellRect(Columns[n], 0.2, RowHeight - 0.4),
+                                 values[n], 8.5, Columns[n].alignment | Qt::AlignVCenter));
+    }
     row << line(QStringLiteral("RowLine"), {Left, RowHeight}, {Left + Width, RowHeight}, 0.1);
     return row;
 }
@@ -82,7 +86,7 @@ QList<PageItem> detailRow(const std::array<QString, 6> &values)
 QList<QList<PageItem>> footerRows(qint64 minutes, int patients)
 {
     const Column &time = Columns[2];
-    PageItem sum = text(QStringLiteral("Function1"), cellRect(time, 0.5, RowHeight - 0.5), QString::number(minutes), 9.0,
+    PageItem sum = text(QStringLiteral("Function1"), cellRect(time, 0.5, RowHeight - 0.5), QString::number(minutes), 8.5,
                         Qt::AlignRight | Qt::AlignVCenter);
     sum.bold = true;
     PageItem label = caption(QStringLiteral("FooterCaption"), QRectF(Left, 0.5, time.x - Left - 2.0, RowHeight - 0.5),
