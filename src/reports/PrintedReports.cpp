@@ -92,7 +92,7 @@ Outcome PrepareReport(ReportKind kind, bool withScratch)
     if (!withScratch)
         return Outcome::success();
     if (kind == ReportKind::Materials)
-        if (const Outcome classified = ClassifyFillings(store::clinicDb()); !classified)
+        if (const Outcome classified = accounting::ClassifyFillings(store::clinicDb()); !classified)
             return classified;
     // The XML report builds no table of its own, but the menu entry has always made TempWork.
     const QString table = kind == ReportKind::Xml ? QStringLiteral("TempWork") : ScratchTableOf(kind);
@@ -122,29 +122,49 @@ Result<SkippedPatients> BuildReport(ReportKind kind, const Period &period, const
     return Result<SkippedPatients>::failure(QStringLiteral("XML отчетът няма печатна форма."));
 }
 
-Result<print::PageDescription> ReportPage(ReportKind kind, const Period &period, const QString &medicName)
+namespace {
+
+Result<print::PageDescription> pageOf(ReportKind kind, const Period &period, const QString &medicName)
 {
     const QSqlDatabase scratch = store::scratchDb();
     switch (kind) {
-    case ReportKind::Activity: return WorkPage(scratch, period, medicName);
-    case ReportKind::FundSummary: return ZokcPage(scratch, period, medicName);
-    case ReportKind::Specification: return SpecPage(store::clinicDb(), scratch, period);
-    case ReportKind::Materials: return MatPage(scratch, period, medicName);
+    case ReportKind::Activity:
+        return Result<print::PageDescription>::success(WorkPage(scratch, period, medicName));
+    case ReportKind::FundSummary:
+        return Result<print::PageDescription>::success(ZokcPage(scratch, period, medicName));
+    case ReportKind::Specification: {
+        const auto cells = LoadSpecificationCells(store::clinicDb(), scratch, period);
+        if (!cells)
+            return Result<print::PageDescription>::failure(cells.error());
+        return Result<print::PageDescription>::success(SpecificationPage(cells.value()));
+    }
+    case ReportKind::Materials: return MaterialsForm(scratch, period, medicName);
     case ReportKind::Xml: break;
     }
     return Result<print::PageDescription>::failure(QStringLiteral("XML отчетът няма печатна форма."));
+}
+
+} // namespace
+
+Result<print::PageDescription> ReportPage(ReportKind kind, const Period &period, const QString &medicName)
+{
+    try {
+        return pageOf(kind, period, medicName);
+    } catch (const store::SqlError &error) {
+        return Result<print::PageDescription>::failure(error.message());
+    }
 }
 
 Result<QStringList> ReportLines(ReportKind kind, const Period &period)
 {
     if (kind != ReportKind::Specification)
         return scratchLines(ScratchTableOf(kind));
-    const auto cells = SpecificationCells(store::clinicDb(), store::scratchDb(), period);
+    const auto cells = LoadSpecificationCells(store::clinicDb(), store::scratchDb(), period);
     if (!cells)
         return Result<QStringList>::failure(cells.error());
     QStringList lines;
-    for (const auto &[name, text] : cells.value())
-        lines << name + u'\t' + text;
+    for (const SpecificationCell &cell : cells.value())
+        lines << cell.name + u'\t' + cell.text;
     return Result<QStringList>::success(lines);
 }
 

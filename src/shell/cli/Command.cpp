@@ -1,5 +1,6 @@
 #include "shell/cli/Command.h"
 
+#include "shell/cli/AccountingCommand.h"
 #include "shell/cli/BackupCommand.h"
 #include "shell/cli/CleanOutCommand.h"
 #include "shell/cli/DemoCommand.h"
@@ -26,6 +27,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ImportLegacyCommand>());
     commands.push_back(std::make_unique<PrintCommand>());
     commands.push_back(std::make_unique<ReportCommand>());
+    commands.push_back(std::make_unique<AccountingCommand>());
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<RepairCommand>());

@@ -72,7 +72,7 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuOtSpecif"),
          [this] { reportsui::openReportPeriod(this, reports::ReportKind::Specification); });
     wire(QStringLiteral("mnuSlgSchet"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml, false); });
-    wire(QStringLiteral("mnuSlgUnit"), [this] { MedicUnitForm::open(this); });
+    wire(QStringLiteral("mnuSlgUnit"), [this] { MedicUnit::open(this); });
     wire(QStringLiteral("mnuOtPac"), [this] { openSearch(3); });
     wire(QStringLiteral("mnuOtSpGraf"), [this] { printDiaryPage(); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });
