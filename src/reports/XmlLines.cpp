@@ -1,5 +1,7 @@
 #include "reports/XmlLines.h"
 
+#include <QStringEncoder>
+
 #include <utility>
 
 namespace reports {
@@ -23,21 +25,33 @@ const char *referenceFor(char byte)
     }
 }
 
-} // namespace
-
-QByteArray EscapeXmlAttribute(const QString &value)
+// Appends the value in UTF-8 fit for an attribute in double quotes: "&", "<" and the quote
+// become entity references, tab, CR and LF character references, so that a parser hands back
+// exactly the stored text. Nothing else is touched: a value that was valid comes out unchanged.
+// Most values need no reference and go in as encoded.
+void appendEscaped(QByteArray &out, const QString &value)
 {
-    const QByteArray bytes = value.toUtf8();
-    QByteArray escaped;
-    escaped.reserve(bytes.size());
-    for (const char byte : bytes) {
+    const qsizetype start = out.size();
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    out.resize(start + encoder.requiredSpace(value.size()));
+    char *end = encoder.appendToBuffer(out.data() + start, value);
+    out.truncate(end - out.constData());
+    qsizetype first = start;
+    while (first < out.size() && !referenceFor(out.at(first)))
+        ++first;
+    if (first == out.size())
+        return;
+    const QByteArray rest = out.mid(first);
+    out.truncate(first);
+    for (const char byte : rest) {
         if (const char *reference = referenceFor(byte))
-            escaped.append(reference);
+            out.append(reference);
         else
-            escaped.append(byte);
+            out.append(byte);
     }
-    return escaped;
 }
+
+} // namespace
 
 QString TrimBlanks(const QString &value)
 {
@@ -70,7 +84,7 @@ XmlLines &XmlLines::attribute(QLatin1StringView name, const QString &value)
     m_text.append(' ');
     m_text.append(name.data(), name.size());
     m_text.append("=\"");
-    m_text.append(EscapeXmlAttribute(value));
+    appendEscaped(m_text, value);
     m_text.append('"');
     return *this;
 }

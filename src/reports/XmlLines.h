@@ -8,11 +8,6 @@
 // no indentation, CR LF after every line, attributes in double quotes separated by one blank.
 namespace reports {
 
-// A value made fit for an attribute in double quotes: "&", "<" and the quote become entity
-// references, tab, CR and LF character references, so that the parser hands back exactly the
-// stored text. Nothing else is touched: a value that was valid comes out unchanged.
-QByteArray EscapeXmlAttribute(const QString &value);
-
 // The system's Trim: leading and trailing blanks (spaces) go, any other character stays.
 QString TrimBlanks(const QString &value);
 
@@ -25,6 +20,7 @@ public:
     void plain(QLatin1StringView line);
     // "<name" ... the attributes ... then ">" or "/>" ends the line.
     XmlLines &open(QLatin1StringView element);
+    // The value is escaped for double quotes: the document always parses, and gives back the text.
     XmlLines &attribute(QLatin1StringView name, const QString &value);
     void end();
     void endEmpty();
