@@ -4,11 +4,13 @@
 #include "TestPractice.h"
 
 #include "base/RunState.h"
+#include "maintenance/DemoPractice.h"
 #include "reports/Period.h"
 #include "reports/PeriodLines.h"
 #include "reports/StomatologyXml.h"
 #include "reports/XmlValues.h"
 #include "store/Sql.h"
+#include "store/Store.h"
 
 #include <QFile>
 #include <QSysInfo>
@@ -283,6 +285,34 @@ private slots:
         const QStringList marias{QStringLiteral("2026-03-02 101"), QStringLiteral("2026-03-03 101"),
                                  QStringLiteral("2026-03-09 301")};
         QCOMPARE(services, QStringList{QStringLiteral("2026-03-20 101")} + marias + marias);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+    }
+
+    // A month of the demo practice, with its invented names, charts and referrals: the document
+    // parses, and holds every sheet of the doctor with all of its patient's lines.
+    void demoMonthParses()
+    {
+        QTemporaryDir folder;
+        const auto made = generateDemoPractice({folder.path(), 2, 300, 1, 5, QDate(2026, 3, 20)});
+        QVERIFY2(made.ok(), qPrintable(made.error()));
+        const QString doctor = made->doctors.at(0).code;
+        const QString lines = QStringLiteral(" FROM Help WHERE Data BETWEEN '2026-02-01' AND '2026-02-28' AND KodMedic = ?");
+        const int sheets = store::scalar(store::clinicDb(),
+                                         QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s").arg(lines),
+                                         {doctor}).toInt();
+        const int services =
+            store::scalar(store::clinicDb(),
+                          QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s JOIN (SELECT EGN%1) h "
+                                         "ON h.EGN = s.EGN").arg(lines),
+                          {doctor, doctor}).toInt();
+        QVERIFY(sheets > 10);
+        const Period february = CheckPeriod(QStringLiteral("01.02.2026"), QStringLiteral("28.02.2026")).period;
+        const auto report = BuildStomatologyXml(store::clinicDb(), february, doctor, Today);
+        store::closeStore();
+        QVERIFY2(report.ok(), qPrintable(report.error()));
+        QString error;
+        QCOMPARE(parsed(report->document, QStringLiteral("dentalCareService"), &error).size(), sheets);
+        QCOMPARE(parsed(report->document, QStringLiteral("service"), &error).size(), services);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 
