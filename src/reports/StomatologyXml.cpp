@@ -26,22 +26,22 @@ QString notMade(const QString &reason, const QString &remedy)
     return u"XML отчетът не е създаден: "_s + reason + u"\r"_s + remedy;
 }
 
-QString patientNamed(const QString &egn, const XmlPatient *patient)
+QString patientNamed(const QString &egn, const XmlPatient &patient)
 {
-    const QString name = patient ? TrimBlanks(patient->Names) : QString();
+    const QString name = TrimBlanks(patient.Names);
     return name.isEmpty() ? u"пациента с ЕГН "_s + egn : name + u" (ЕГН "_s + egn + u')';
 }
 
 QString noCardMessage(const XmlSheet &sheet)
 {
-    return notMade(u"%1 от амбулаторен лист № %2 няма картон."_s.arg(patientNamed(sheet.EGN, nullptr), sheet.ListID),
+    return notMade(u"пациентът с ЕГН %1 от амбулаторен лист № %2 няма картон."_s.arg(sheet.EGN, sheet.ListID),
                    u"Въведете картона на пациента или поправете ЕГН чрез „Корекция ЕГН“ и пуснете отчета отново."_s);
 }
 
 QString serviceNamed(const XmlService &service, const QString &egn, const XmlPatient &patient)
 {
     return u"дейност %1 от %2 на %3 в амбулаторен лист № %4"_s.arg(
-        TrimBlanks(service.KodHelp), dates::isoToTyped(service.Data), patientNamed(egn, &patient), service.ListID);
+        TrimBlanks(service.KodHelp), dates::isoToTyped(service.Data), patientNamed(egn, patient), service.ListID);
 }
 
 class DocumentWriter final
