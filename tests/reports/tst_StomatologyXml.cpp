@@ -17,6 +17,10 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
+#include <csignal>
+#include <optional>
+
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace reports;
@@ -205,6 +209,24 @@ QList<QXmlStreamAttributes> parsed(const QByteArray &document, const QString &el
         *error = reader.errorString();
     return found;
 }
+
+// A disk that fills up half-way through a write, which even the superuser cannot write past.
+class FileSizeLimit final
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_saved);
+        rlimit limited = m_saved;
+        limited.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_saved); }
+
+private:
+    rlimit m_saved{};
+};
 
 QString attr(const QXmlStreamAttributes &attributes, const char *name)
 {
@@ -442,18 +464,22 @@ private slots:
         QTest::addColumn<QString>("target"); // in a fresh folder that holds old.xml, locked/old.xml, old-folder/
         QTest::addColumn<bool>("written");
         QTest::addColumn<QStringList>("files"); // the files of the folder afterwards: no temporary is left
+        QTest::addColumn<bool>("diskFull");
         const QString old = QStringLiteral("old.xml");
-        QTest::newRow("new file") << QStringLiteral("report.xml") << true << QStringList{old, QStringLiteral("report.xml")};
-        QTest::newRow("over an earlier file") << old << true << QStringList{old};
-        QTest::newRow("read-only folder") << QStringLiteral("locked/old.xml") << false << QStringList{old};
-        QTest::newRow("missing folder") << QStringLiteral("missing/report.xml") << false << QStringList{old};
-        QTest::newRow("a folder of that name") << QStringLiteral("old-folder") << false << QStringList{old};
+        QTest::newRow("new file") << QStringLiteral("report.xml") << true << QStringList{old, QStringLiteral("report.xml")}
+                                  << false;
+        QTest::newRow("over an earlier file") << old << true << QStringList{old} << false;
+        QTest::newRow("disk full half-way") << old << false << QStringList{old} << true;
+        QTest::newRow("read-only folder") << QStringLiteral("locked/old.xml") << false << QStringList{old} << false;
+        QTest::newRow("missing folder") << QStringLiteral("missing/report.xml") << false << QStringList{old} << false;
+        QTest::newRow("a folder of that name") << QStringLiteral("old-folder") << false << QStringList{old} << false;
     }
     void writeKeepsAnEarlierFile()
     {
         QFETCH(QString, target);
         QFETCH(bool, written);
         QFETCH(QStringList, files);
+        QFETCH(bool, diskFull);
         if (target.startsWith(QStringLiteral("locked")) && ::geteuid() == 0)
             QSKIP("the superuser writes into a read-only folder");
         QTemporaryDir dir;
@@ -466,8 +492,12 @@ private slots:
         }
         QFile::setPermissions(dir.filePath(QStringLiteral("locked")), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
         const QString path = dir.filePath(target);
-        const QByteArray document = "\xEF\xBB\xBF<report/>\r\n";
+        const QByteArray document = "\xEF\xBB\xBF<report>\r\n" + QByteArray(100000, ' ') + "</report>\r\n";
+        std::optional<FileSizeLimit> limit;
+        if (diskFull)
+            limit.emplace(4096);
         const Outcome outcome = WriteXmlReport(document, path);
+        limit.reset();
         QCOMPARE(outcome.ok(), written);
         if (!written)
             QVERIFY2(outcome.error().contains(path), qPrintable(outcome.error()));
