@@ -24,168 +24,158 @@
 #include <unistd.h>
 
 using namespace reports;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString Doctor = QStringLiteral("D1");
+const QString Doctor = u"D1"_s;
 const QDate Today(2026, 4, 3);
 const QString Maria = validEgn(QDate(1980, 5, 7), false);
 const QString Georgi = validEgn(QDate(1975, 11, 30));
 
-Period march() { return CheckPeriod(QStringLiteral("01.03.2026"), QStringLiteral("31.03.2026")).period; }
+Period march()
+{
+    return CheckPeriod(u"01.03.2026"_s, u"31.03.2026"_s).period;
+}
 
 void insert(const QString &table, const QVariantMap &values)
 {
     QStringList marks;
     for (int i = 0; i < values.size(); ++i)
-        marks << QStringLiteral("?");
+        marks << u"?"_s;
     QSqlQuery query(store::clinicDb());
-    QVERIFY(query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                              .arg(table, values.keys().join(u','), marks.join(u','))));
+    QVERIFY(query.prepare(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table, values.keys().join(u','), marks.join(u','))));
     for (const QVariant &value : values)
         query.addBindValue(value);
     QVERIFY2(query.exec(), qPrintable(query.lastError().text()));
 }
 
-void addLine(const QString &egn, const QString &date, const QString &kod, const QVariant &cena,
-             const QString &listId, const QVariantMap &more = {}, const QString &doctor = Doctor)
+void addLine(const QString &egn, const QString &date, const QString &kod, const QVariant &cena, const QString &listId,
+             const QVariantMap &more = {}, const QString &doctor = Doctor)
 {
-    QVariantMap row{{QStringLiteral("EGN"), egn},      {QStringLiteral("Data"), date},
-                    {QStringLiteral("KodHelp"), kod},  {QStringLiteral("Cena"), cena},
-                    {QStringLiteral("ListID"), listId}, {QStringLiteral("KodMedic"), doctor}};
+    QVariantMap row{{u"EGN"_s, egn},   {u"Data"_s, date},     {u"KodHelp"_s, kod},
+                    {u"Cena"_s, cena}, {u"ListID"_s, listId}, {u"KodMedic"_s, doctor}};
     row.insert(more);
-    insert(QStringLiteral("Help"), row);
+    insert(u"Help"_s, row);
 }
 
 void addCard(const QString &egn, const QString &names, const QString &born, const QVariantMap &more = {})
 {
-    QVariantMap row{{QStringLiteral("EGN"), egn}, {QStringLiteral("Names"), names}, {QStringLiteral("DataB"), born}};
+    QVariantMap row{{u"EGN"_s, egn}, {u"Names"_s, names}, {u"DataB"_s, born}};
     row.insert(more);
-    insert(QStringLiteral("Pacients"), row);
+    insert(u"Pacients"_s, row);
 }
 
 void addUnit()
 {
-    insert(QStringLiteral("MedicUnit"),
-           {{QStringLiteral("UserName"), QStringLiteral(" ДЗ „Усмивка“ ООД ")},
-            {QStringLiteral("UserBULSTAT"), QStringLiteral("123456789")},
-            {QStringLiteral("UserID"), QStringLiteral("2201234567")},
-            {QStringLiteral("UserContract"), QStringLiteral("22/123")},
-            {QStringLiteral("UserUIN"), QStringLiteral(" 2200000001 ")}});
+    insert(u"MedicUnit"_s, {{u"UserName"_s, u" ДЗ „Усмивка“ ООД "_s},
+                            {u"UserBULSTAT"_s, u"123456789"_s},
+                            {u"UserID"_s, u"2201234567"_s},
+                            {u"UserContract"_s, u"22/123"_s},
+                            {u"UserUIN"_s, u" 2200000001 "_s}});
 }
 
 // Maria: a chart, two lines, referrals of every kind (and a Path row of another sheet of
 // hers). Georgi: two words of name, no chart, a line of price 0, no referral.
 void addReferralsAndCharts()
 {
-    insert(QStringLiteral("Dental"), {{QStringLiteral("EGN"), Maria}, {QStringLiteral("Z1"), QStringLiteral("K")},
-                                      {QStringLiteral("Z3"), QStringLiteral("*")},
-                                      {QStringLiteral("Z21"), QStringLiteral("E")},
-                                      {QStringLiteral("Z22"), QStringLiteral(" ")},
-                                      {QStringLiteral("Z23"), QStringLiteral("*")},
-                                      {QStringLiteral("Z52"), QStringLiteral("C ")}});
+    insert(u"Dental"_s, {{u"EGN"_s, Maria},
+                         {u"Z1"_s, u"K"_s},
+                         {u"Z3"_s, u"*"_s},
+                         {u"Z21"_s, u"E"_s},
+                         {u"Z22"_s, u" "_s},
+                         {u"Z23"_s, u"*"_s},
+                         {u"Z52"_s, u"C "_s}});
     const auto referral = [](const QString &table, const QString &listId, const QString &date, QVariantMap more) {
-        more.insert({{QStringLiteral("EGN"), Maria}, {QStringLiteral("ListID"), listId}, {QStringLiteral("Data"), date}});
+        more.insert({{u"EGN"_s, Maria}, {u"ListID"_s, listId}, {u"Data"_s, date}});
         insert(table, more);
     };
-    referral(QStringLiteral("Path"), QStringLiteral("000009"), QStringLiteral("2026-03-01"),
-             {{QStringLiteral("Nomer"), QStringLiteral("76")}});
-    referral(QStringLiteral("Path"), QStringLiteral("000001"), QStringLiteral("2026-03-05"),
-             {{QStringLiteral("Nomer"), QStringLiteral(" 77")}, {QStringLiteral("SIMP"), QStringLiteral("2201")},
-              {QStringLiteral("BCD"), QStringLiteral("B12")}});
-    referral(QStringLiteral("Path"), QStringLiteral("000001"), QStringLiteral("2026-03-06"),
-             {{QStringLiteral("Nomer"), QStringLiteral("78")}});
-    referral(QStringLiteral("Invest"), QStringLiteral("000001"), QStringLiteral("2026-03-06"),
-             {{QStringLiteral("Nomer"), QStringLiteral("88")}, {QStringLiteral("Kod1"), QStringLiteral("1012")},
-              {QStringLiteral("Kod2"), QStringLiteral(" 10")}});
-    referral(QStringLiteral("Spec"), QStringLiteral("000001"), QStringLiteral("2026-03-05"),
-             {{QStringLiteral("SISP1"), QStringLiteral("61")}, {QStringLiteral("SISP2"), QStringLiteral("62")}});
-    referral(QStringLiteral("Spec"), QStringLiteral("000001"), QStringLiteral("2026-03-12"),
-             {{QStringLiteral("SISP1"), QStringLiteral("64")}, {QStringLiteral("SISP2"), QStringLiteral(" ")}});
+    referral(u"Path"_s, u"000009"_s, u"2026-03-01"_s, {{u"Nomer"_s, u"76"_s}});
+    referral(u"Path"_s, u"000001"_s, u"2026-03-05"_s,
+             {{u"Nomer"_s, u" 77"_s}, {u"SIMP"_s, u"2201"_s}, {u"BCD"_s, u"B12"_s}});
+    referral(u"Path"_s, u"000001"_s, u"2026-03-06"_s, {{u"Nomer"_s, u"78"_s}});
+    referral(u"Invest"_s, u"000001"_s, u"2026-03-06"_s,
+             {{u"Nomer"_s, u"88"_s}, {u"Kod1"_s, u"1012"_s}, {u"Kod2"_s, u" 10"_s}});
+    referral(u"Spec"_s, u"000001"_s, u"2026-03-05"_s, {{u"SISP1"_s, u"61"_s}, {u"SISP2"_s, u"62"_s}});
+    referral(u"Spec"_s, u"000001"_s, u"2026-03-12"_s, {{u"SISP1"_s, u"64"_s}, {u"SISP2"_s, u" "_s}});
 }
 
 void addTwoPatients()
 {
     addUnit();
-    addCard(Maria, QStringLiteral("Мария Иванова Петрова"), QStringLiteral("1980-05-07"),
-            {{QStringLiteral("Type"), QStringLiteral("1")}, {QStringLiteral("Country"), QStringLiteral("BG")},
-             {QStringLiteral("RZOK"), QStringLiteral("22")}, {QStringLiteral("ZR"), QStringLiteral("01")},
-             {QStringLiteral("ZBook"), QStringLiteral("12345")}, {QStringLiteral("Nep"), QStringLiteral("пеницилин")},
-             {QStringLiteral("ZabNaw"), QStringLiteral("диабет")}});
-    addCard(Georgi, QStringLiteral("Георги Стоянов"), QStringLiteral("1975-11-30"));
+    addCard(Maria, u"Мария Иванова Петрова"_s, u"1980-05-07"_s,
+            {{u"Type"_s, u"1"_s},
+             {u"Country"_s, u"BG"_s},
+             {u"RZOK"_s, u"22"_s},
+             {u"ZR"_s, u"01"_s},
+             {u"ZBook"_s, u"12345"_s},
+             {u"Nep"_s, u"пеницилин"_s},
+             {u"ZabNaw"_s, u"диабет"_s}});
+    addCard(Georgi, u"Георги Стоянов"_s, u"1975-11-30"_s);
     addReferralsAndCharts();
-    addLine(Georgi, QStringLiteral("2026-03-10"), QStringLiteral("101"), 0.0, QStringLiteral("000002"));
-    addLine(Maria, QStringLiteral("2026-03-05"), QStringLiteral("301"), 17.99, QStringLiteral("000001"),
-            {{QStringLiteral("Help"), QStringLiteral("Кариес")}, {QStringLiteral("KodZab"), QStringLiteral("16")},
-             {QStringLiteral("Times"), 26}});
-    addLine(Maria, QStringLiteral("2026-03-02"), QStringLiteral("101"), 12.05, QStringLiteral("000001"),
-            {{QStringLiteral("Help"), QStringLiteral(" Преглед ")}, {QStringLiteral("Times"), 15}});
+    addLine(Georgi, u"2026-03-10"_s, u"101"_s, 0.0, u"000002"_s);
+    addLine(Maria, u"2026-03-05"_s, u"301"_s, 17.99, u"000001"_s,
+            {{u"Help"_s, u"Кариес"_s}, {u"KodZab"_s, u"16"_s}, {u"Times"_s, 26}});
+    addLine(Maria, u"2026-03-02"_s, u"101"_s, 12.05, u"000001"_s, {{u"Help"_s, u" Преглед "_s}, {u"Times"_s, 15}});
     // Another doctor's line and one of the doctor's outside the period stay out.
-    addLine(Maria, QStringLiteral("2026-03-05"), QStringLiteral("508"), 30.0, QStringLiteral("000001"), {},
-            QStringLiteral("D2"));
-    addLine(Maria, QStringLiteral("2026-04-01"), QStringLiteral("509"), 30.0, QStringLiteral("000003"));
+    addLine(Maria, u"2026-03-05"_s, u"508"_s, 30.0, u"000001"_s, {}, u"D2"_s);
+    addLine(Maria, u"2026-04-01"_s, u"509"_s, 30.0, u"000003"_s);
 }
 
 QString tooth(int code, const QString &status)
 {
-    return QStringLiteral("<tooth toothCode=\"%1\">\n<toothStatuses>\n<toothStatus toothStatusCode=\"%2\"/>\n"
-                          "</toothStatuses>\n</tooth>\n")
-        .arg(code)
-        .arg(status);
+    return u"<tooth toothCode=\"%1\">\n<toothStatuses>\n<toothStatus toothStatusCode=\"%2\"/>\n"
+           "</toothStatuses>\n</tooth>\n"_s.arg(code)
+               .arg(status);
 }
 
 QString diseases(const QString &allergy, const QString &past, const QString &current)
 {
-    return QStringLiteral("<allergies>\n<allergy allergyName=\"%1\"/>\n</allergies>\n<pastDiseases>\n"
-                          "<pastDisease name=\"%2\"/>\n</pastDiseases>\n<currentDiseases>\n"
-                          "<currentDisease name=\"%3\"/>\n</currentDiseases>\n")
-        .arg(allergy, past, current);
+    return u"<allergies>\n<allergy allergyName=\"%1\"/>\n</allergies>\n<pastDiseases>\n"
+           "<pastDisease name=\"%2\"/>\n</pastDiseases>\n<currentDiseases>\n"
+           "<currentDisease name=\"%3\"/>\n</currentDiseases>\n"_s.arg(allergy, past, current);
 }
 
 QString expectedDocument()
 {
-    const QString host = QStringLiteral("http://") + QSysInfo::machineHostName();
-    return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                          "<report medicalUnit=\"ДЗ „Усмивка“ ООД\" bulstat=\"123456789\" RHCCode=\"2201234567\" "
-                          "contractNo=\"22/123\" odpCode=\"00\" physPersonalProfCode=\"2200000001\" insuranceHouse=\"22\" "
-                          "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" stomType=\"0\" "
-                          "xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" xmlns=\"%1\" "
-                          "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n<dentalCareServices>\n")
-               .arg(host)
-        + QStringLiteral("<dentalCareService personType=\"1\" personIdentifier=\"%1\" countryCode=\"BG\" RHIFCode=\"22\" "
-                         "healthRegionCode=\"01\" birthDate=\"1980-05-07\" personFirstName=\"Мария\" "
-                         "personMiddleName=\"Иванова\" personLastName=\"Петрова\" specificationType=\"\" "
-                         "ambulatorySheetNo=\"000001\" HIRBNo=\"12345\" unfavorableCondition=\"0\">\n")
-              .arg(Maria)
-        + diseases(QStringLiteral("пеницилин"), {}, QStringLiteral("диабет")) + QStringLiteral("<teeth>\n")
-        + tooth(55, QStringLiteral("K")) + tooth(18, QStringLiteral("E")) + tooth(16, QStringLiteral("*"))
-        + tooth(38, QStringLiteral("C ")) + QStringLiteral("</teeth>\n<services>\n")
-        + QStringLiteral("<service date=\"2026-03-02\" diagnosis=\"Преглед\" toothCode=\"\" activityCode=\"101\" "
-                         "repPrice=\"12.5\" numberOfMinutes=\"15\"/>\n"
-                         "<service date=\"2026-03-05\" diagnosis=\"Кариес\" toothCode=\"16\" activityCode=\"301\" "
-                         "repPrice=\"17.99\" numberOfMinutes=\"26\"/>\n</services>\n"
-                         "<prescMedicalPathways>\n"
-                         "<prescMedicalPathway pathwayNo=\"77\" date=\"2026-3-5\" ODPCode=\"2201\" HSACode=\"B12\"/>\n"
-                         "</prescMedicalPathways>\n<prescMDAs>\n<prescMDA pathwayNo=\"88\" date=\"2026-3-6\">\n"
-                         "<codes>\n<code name=\"10.12\"/>\n<code name=\"10.\"/>\n</codes>\n</prescMDA>\n</prescMDAs>\n"
-                         "<prescSpecialists>\n<prescSpecialist SODPCode=\"61\" SODPCodeSecond=\"62\" date=\"2026-3-5\"/>\n"
-                         "<prescSpecialist SODPCode=\"64\" date=\"2026-3-12\"/>\n</prescSpecialists>\n"
-                         "</dentalCareService>\n")
-        + QStringLiteral("<dentalCareService personType=\"\" personIdentifier=\"%1\" countryCode=\"\" RHIFCode=\"\" "
-                         "healthRegionCode=\"\" birthDate=\"1975-11-30\" personFirstName=\"Георги\" "
-                         "personMiddleName=\"\" personLastName=\"Стоянов\" specificationType=\"\" "
-                         "ambulatorySheetNo=\"000002\" HIRBNo=\"\" unfavorableCondition=\"0\">\n")
-              .arg(Georgi)
-        + diseases({}, {}, {})
-        + QStringLiteral("<teeth>\n</teeth>\n<services>\n"
-                         "<service date=\"2026-03-10\" diagnosis=\"\" toothCode=\"\" activityCode=\"101\" "
-                         "repPrice=\"0.0\" numberOfMinutes=\"\"/>\n</services>\n"
-                         "<prescMedicalPathways>\n<prescMedicalPathway pathwayNo=\"\" date=\"\" ODPCode=\"\" HSACode=\"\"/>\n"
-                         "</prescMedicalPathways>\n<prescMDAs>\n"
-                         "<prescMDA pathwayNo=\"\" date=\"\" ODPCode=\"\" HSACode=\"\">\n<codes>\n<code name=\"\"/>\n"
-                         "</codes>\n</prescMDA>\n</prescMDAs>\n<prescSpecialists>\n"
-                         "<prescSpecialist SODPCode=\"\" date=\"\"/>\n</prescSpecialists>\n</dentalCareService>\n"
-                         "</dentalCareServices>\n</report>\n");
+    const QString host = u"http://"_s + QSysInfo::machineHostName();
+    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<report medicalUnit=\"ДЗ „Усмивка“ ООД\" bulstat=\"123456789\" RHCCode=\"2201234567\" "
+           "contractNo=\"22/123\" odpCode=\"00\" physPersonalProfCode=\"2200000001\" insuranceHouse=\"22\" "
+           "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" stomType=\"0\" "
+           "xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" xmlns=\"%1\" "
+           "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n<dentalCareServices>\n"_s.arg(host) +
+           u"<dentalCareService personType=\"1\" personIdentifier=\"%1\" countryCode=\"BG\" RHIFCode=\"22\" "
+           "healthRegionCode=\"01\" birthDate=\"1980-05-07\" personFirstName=\"Мария\" "
+           "personMiddleName=\"Иванова\" personLastName=\"Петрова\" specificationType=\"\" "
+           "ambulatorySheetNo=\"000001\" HIRBNo=\"12345\" unfavorableCondition=\"0\">\n"_s.arg(Maria) +
+           diseases(u"пеницилин"_s, {}, u"диабет"_s) + u"<teeth>\n"_s + tooth(55, u"K"_s) + tooth(18, u"E"_s) +
+           tooth(16, u"*"_s) + tooth(38, u"C "_s) + u"</teeth>\n<services>\n"_s +
+           u"<service date=\"2026-03-02\" diagnosis=\"Преглед\" toothCode=\"\" activityCode=\"101\" "
+           "repPrice=\"12.5\" numberOfMinutes=\"15\"/>\n"
+           "<service date=\"2026-03-05\" diagnosis=\"Кариес\" toothCode=\"16\" activityCode=\"301\" "
+           "repPrice=\"17.99\" numberOfMinutes=\"26\"/>\n</services>\n"
+           "<prescMedicalPathways>\n"
+           "<prescMedicalPathway pathwayNo=\"77\" date=\"2026-3-5\" ODPCode=\"2201\" HSACode=\"B12\"/>\n"
+           "</prescMedicalPathways>\n<prescMDAs>\n<prescMDA pathwayNo=\"88\" date=\"2026-3-6\">\n"
+           "<codes>\n<code name=\"10.12\"/>\n<code name=\"10.\"/>\n</codes>\n</prescMDA>\n</prescMDAs>\n"
+           "<prescSpecialists>\n<prescSpecialist SODPCode=\"61\" SODPCodeSecond=\"62\" date=\"2026-3-5\"/>\n"
+           "<prescSpecialist SODPCode=\"64\" date=\"2026-3-12\"/>\n</prescSpecialists>\n"
+           "</dentalCareService>\n"_s +
+           u"<dentalCareService personType=\"\" personIdentifier=\"%1\" countryCode=\"\" RHIFCode=\"\" "
+           "healthRegionCode=\"\" birthDate=\"1975-11-30\" personFirstName=\"Георги\" "
+           "personMiddleName=\"\" personLastName=\"Стоянов\" specificationType=\"\" "
+           "ambulatorySheetNo=\"000002\" HIRBNo=\"\" unfavorableCondition=\"0\">\n"_s.arg(Georgi) +
+           diseases({}, {}, {}) +
+           u"<teeth>\n</teeth>\n<services>\n"
+           "<service date=\"2026-03-10\" diagnosis=\"\" toothCode=\"\" activityCode=\"101\" "
+           "repPrice=\"0.0\" numberOfMinutes=\"\"/>\n</services>\n"
+           "<prescMedicalPathways>\n<prescMedicalPathway pathwayNo=\"\" date=\"\" ODPCode=\"\" HSACode=\"\"/>\n"
+           "</prescMedicalPathways>\n<prescMDAs>\n"
+           "<prescMDA pathwayNo=\"\" date=\"\" ODPCode=\"\" HSACode=\"\">\n<codes>\n<code name=\"\"/>\n"
+           "</codes>\n</prescMDA>\n</prescMDAs>\n<prescSpecialists>\n"
+           "<prescSpecialist SODPCode=\"\" date=\"\"/>\n</prescSpecialists>\n</dentalCareService>\n"
+           "</dentalCareServices>\n</report>\n"_s;
 }
 
 // The report of March; a refusal fails the test with its message.
@@ -246,39 +236,37 @@ private slots:
         const XmlReport report = built();
         QVERIFY(report.document.startsWith("\xEF\xBB\xBF"));
         const QString text = QString::fromUtf8(report.document.mid(3));
-        QVERIFY(text.endsWith(QStringLiteral("</report>\r\n")));
-        QCOMPARE(text.split(QStringLiteral("\r\n")), expectedDocument().split(u'\n'));
+        QVERIFY(text.endsWith(u"</report>\r\n"_s));
+        QCOMPARE(text.split(u"\r\n"_s), expectedDocument().split(u'\n'));
         QCOMPARE(report.sheets, 2);
-        QCOMPARE(report.exportUin, QStringLiteral("2200000001"));
-        QCOMPARE(run().ExportUin, QStringLiteral("2200000001"));
+        QCOMPARE(report.exportUin, u"2200000001"_s);
+        QCOMPARE(run().ExportUin, u"2200000001"_s);
         QCOMPARE(practice.dialogs().messages, QStringList{DoneMessage});
         QCOMPARE(practice.dialogs().progressShown, 1);
         QString error;
-        QCOMPARE(parsed(report.document, QStringLiteral("dentalCareService"), &error).size(), 2);
+        QCOMPARE(parsed(report.document, u"dentalCareService"_s, &error).size(), 2);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 
     void emptyPeriodWithoutUnit()
     {
         TestPractice practice;
-        run().ExportUin = QStringLiteral("earlier");
+        run().ExportUin = u"earlier"_s;
         const XmlReport report = built();
-        const QString host = QStringLiteral("http://") + QSysInfo::machineHostName();
-        QCOMPARE(QString::fromUtf8(report.document.mid(3)).split(QStringLiteral("\r\n")),
-                 (QStringList{QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"),
-                              QStringLiteral("<report medicalUnit=\"\" bulstat=\"\" RHCCode=\"\" contractNo=\"\" "
-                                             "odpCode=\"\" physPersonalProfCode=\"\" insuranceHouse=\"\" "
-                                             "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" "
-                                             "stomType=\"0\" xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" "
-                                             "xmlns=\"%1\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">")
-                                  .arg(host),
-                              QStringLiteral("<dentalCareServices>"), QStringLiteral("</dentalCareServices>"),
-                              QStringLiteral("</report>"), QString()}));
+        const QString host = u"http://"_s + QSysInfo::machineHostName();
+        QCOMPARE(QString::fromUtf8(report.document.mid(3)).split(u"\r\n"_s),
+                 (QStringList{u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>"_s,
+                              u"<report medicalUnit=\"\" bulstat=\"\" RHCCode=\"\" contractNo=\"\" "
+                              "odpCode=\"\" physPersonalProfCode=\"\" insuranceHouse=\"\" "
+                              "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" "
+                              "stomType=\"0\" xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" "
+                              "xmlns=\"%1\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">"_s.arg(host),
+                              u"<dentalCareServices>"_s, u"</dentalCareServices>"_s, u"</report>"_s, QString()}));
         QCOMPARE(report.sheets, 0);
-        QCOMPARE(report.exportUin, QStringLiteral("earlier"));
+        QCOMPARE(report.exportUin, u"earlier"_s);
         QCOMPARE(practice.dialogs().messages, QStringList{DoneMessage});
         QString error;
-        parsed(report.document, QStringLiteral("report"), &error);
+        parsed(report.document, u"report"_s, &error);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 
@@ -287,26 +275,23 @@ private slots:
     void patientServicesUnderEachSheet()
     {
         TestPractice practice;
-        addCard(Maria, QStringLiteral("Мария"), QStringLiteral("1980-05-07"));
-        addCard(Georgi, QStringLiteral("Георги"), QStringLiteral("1975-11-30"));
-        addLine(Georgi, QStringLiteral("2026-03-20"), QStringLiteral("101"), 10.0, QStringLiteral("000001"));
-        addLine(Maria, QStringLiteral("2026-03-09"), QStringLiteral("301"), 10.0, QStringLiteral("000005"));
-        addLine(Maria, QStringLiteral("2026-03-02"), QStringLiteral("101"), 10.0, QStringLiteral("000001"));
-        addLine(Maria, QStringLiteral("2026-03-03"), QStringLiteral("101"), 10.0, QStringLiteral("000001"));
+        addCard(Maria, u"Мария"_s, u"1980-05-07"_s);
+        addCard(Georgi, u"Георги"_s, u"1975-11-30"_s);
+        addLine(Georgi, u"2026-03-20"_s, u"101"_s, 10.0, u"000001"_s);
+        addLine(Maria, u"2026-03-09"_s, u"301"_s, 10.0, u"000005"_s);
+        addLine(Maria, u"2026-03-02"_s, u"101"_s, 10.0, u"000001"_s);
+        addLine(Maria, u"2026-03-03"_s, u"101"_s, 10.0, u"000001"_s);
         const XmlReport report = built();
         QString error;
         QStringList sheets;
-        for (const auto &attributes : parsed(report.document, QStringLiteral("dentalCareService"), &error))
-            sheets << attr(attributes, "personIdentifier") + u' '
-                    + attr(attributes, "ambulatorySheetNo");
-        QCOMPARE(sheets, (QStringList{Georgi + QStringLiteral(" 000001"), Maria + QStringLiteral(" 000001"),
-                                      Maria + QStringLiteral(" 000005")}));
+        for (const auto &attributes : parsed(report.document, u"dentalCareService"_s, &error))
+            sheets << attr(attributes, "personIdentifier") + u' ' + attr(attributes, "ambulatorySheetNo");
+        QCOMPARE(sheets, (QStringList{Georgi + u" 000001"_s, Maria + u" 000001"_s, Maria + u" 000005"_s}));
         QStringList services;
-        for (const auto &attributes : parsed(report.document, QStringLiteral("service"), &error))
+        for (const auto &attributes : parsed(report.document, u"service"_s, &error))
             services << attr(attributes, "date") + u' ' + attr(attributes, "activityCode");
-        const QStringList marias{QStringLiteral("2026-03-02 101"), QStringLiteral("2026-03-03 101"),
-                                 QStringLiteral("2026-03-09 301")};
-        QCOMPARE(services, QStringList{QStringLiteral("2026-03-20 101")} + marias + marias);
+        const QStringList marias{u"2026-03-02 101"_s, u"2026-03-03 101"_s, u"2026-03-09 301"_s};
+        QCOMPARE(services, QStringList{u"2026-03-20 101"_s} + marias + marias);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 
@@ -318,23 +303,25 @@ private slots:
         const auto made = generateDemoPractice({folder.path(), 2, 300, 1, 5, QDate(2026, 3, 20)});
         QVERIFY2(made.ok(), qPrintable(made.error()));
         const QString doctor = made->doctors.at(0).code;
-        const QString lines = QStringLiteral(" FROM Help WHERE Data BETWEEN '2026-02-01' AND '2026-02-28' AND KodMedic = ?");
-        const int sheets = store::scalar(store::clinicDb(),
-                                         QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s").arg(lines),
-                                         {doctor}).toInt();
+        const QString lines = u" FROM Help WHERE Data BETWEEN '2026-02-01' AND '2026-02-28' AND KodMedic = ?"_s;
+        const int sheets =
+            store::scalar(store::clinicDb(), u"SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s"_s.arg(lines),
+                          {doctor})
+                .toInt();
         const int services =
             store::scalar(store::clinicDb(),
-                          QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s JOIN (SELECT EGN%1) h "
-                                         "ON h.EGN = s.EGN").arg(lines),
-                          {doctor, doctor}).toInt();
+                          u"SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s JOIN (SELECT EGN%1) h "
+                          "ON h.EGN = s.EGN"_s.arg(lines),
+                          {doctor, doctor})
+                .toInt();
         QVERIFY(sheets > 10);
-        const Period february = CheckPeriod(QStringLiteral("01.02.2026"), QStringLiteral("28.02.2026")).period;
+        const Period february = CheckPeriod(u"01.02.2026"_s, u"28.02.2026"_s).period;
         const auto report = BuildStomatologyXml(store::clinicDb(), february, doctor, Today);
         store::closeStore();
         QVERIFY2(report.ok(), qPrintable(report.error()));
         QString error;
-        QCOMPARE(parsed(report->document, QStringLiteral("dentalCareService"), &error).size(), sheets);
-        QCOMPARE(parsed(report->document, QStringLiteral("service"), &error).size(), services);
+        QCOMPARE(parsed(report->document, u"dentalCareService"_s, &error).size(), sheets);
+        QCOMPARE(parsed(report->document, u"service"_s, &error).size(), services);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 
@@ -342,26 +329,23 @@ private slots:
     {
         QTest::addColumn<QString>("names");
         QTest::addColumn<QString>("diagnosis");
-        QTest::newRow("ampersand, less-than, quotes") << QStringLiteral("Д&Г <Ко> \"Петров\"")
-                                                      << QStringLiteral("a < b & c > d");
-        QTest::newRow("apostrophe") << QStringLiteral("Д'Арк Мария О'Нийл") << QStringLiteral("it's");
-        QTest::newRow("tab, line breaks") << QStringLiteral("Иван\tИванов Петров")
-                                          << QStringLiteral("ред 1\r\nред 2\tкрай");
-        QTest::newRow("entity-like text") << QStringLiteral("&amp; &#10; ]]>") << QStringLiteral("&lt;");
+        QTest::newRow("ampersand, less-than, quotes") << u"Д&Г <Ко> \"Петров\""_s << u"a < b & c > d"_s;
+        QTest::newRow("apostrophe") << u"Д'Арк Мария О'Нийл"_s << u"it's"_s;
+        QTest::newRow("tab, line breaks") << u"Иван\tИванов Петров"_s << u"ред 1\r\nред 2\tкрай"_s;
+        QTest::newRow("entity-like text") << u"&amp; &#10; ]]>"_s << u"&lt;"_s;
     }
     void valuesComeBackFromTheParser()
     {
         QFETCH(QString, names);
         QFETCH(QString, diagnosis);
         TestPractice practice;
-        addCard(Maria, names, QStringLiteral("1980-05-07"), {{QStringLiteral("Nep"), diagnosis}});
-        addLine(Maria, QStringLiteral("2026-03-02"), QStringLiteral("101"), 1.0, QStringLiteral("000001"),
-                {{QStringLiteral("Help"), diagnosis}});
+        addCard(Maria, names, u"1980-05-07"_s, {{u"Nep"_s, diagnosis}});
+        addLine(Maria, u"2026-03-02"_s, u"101"_s, 1.0, u"000001"_s, {{u"Help"_s, diagnosis}});
         const XmlReport report = built();
         QString error;
-        const auto patients = parsed(report.document, QStringLiteral("dentalCareService"), &error);
-        const auto services = parsed(report.document, QStringLiteral("service"), &error);
-        const auto allergies = parsed(report.document, QStringLiteral("allergy"), &error);
+        const auto patients = parsed(report.document, u"dentalCareService"_s, &error);
+        const auto services = parsed(report.document, u"service"_s, &error);
+        const auto allergies = parsed(report.document, u"allergy"_s, &error);
         QVERIFY2(error.isEmpty(), qPrintable(error));
         QCOMPARE(patients.size(), 1);
         const PersonName name = SplitPersonName(names);
@@ -376,19 +360,14 @@ private slots:
     {
         QTest::addColumn<QString>("names");
         QTest::addColumn<QStringList>("parts");
-        QTest::newRow("three words") << QStringLiteral("Иван Петров Иванов")
-                                     << QStringList{QStringLiteral("Иван"), QStringLiteral("Петров"), QStringLiteral("Иванов")};
-        QTest::newRow("two words") << QStringLiteral("Иван Петров")
-                                   << QStringList{QStringLiteral("Иван"), QString(), QStringLiteral("Петров")};
-        QTest::newRow("one word") << QStringLiteral("Иван") << QStringList{QString(), QString(), QStringLiteral("Иван")};
-        QTest::newRow("four words") << QStringLiteral("Анна Мария Петрова Иванова")
-                                    << QStringList{QStringLiteral("Анна"), QStringLiteral("Мария"),
-                                                   QStringLiteral("Петрова Иванова")};
-        QTest::newRow("two blanks between") << QStringLiteral("Иван  Петров Иванов")
-                                            << QStringList{QStringLiteral("Иван"), QStringLiteral("Петров"),
-                                                           QStringLiteral("Иванов")};
-        QTest::newRow("leading blank") << QStringLiteral(" Иван Петров")
-                                       << QStringList{QString(), QStringLiteral("Иван"), QStringLiteral("Петров")};
+        QTest::newRow("three words") << u"Иван Петров Иванов"_s << QStringList{u"Иван"_s, u"Петров"_s, u"Иванов"_s};
+        QTest::newRow("two words") << u"Иван Петров"_s << QStringList{u"Иван"_s, QString(), u"Петров"_s};
+        QTest::newRow("one word") << u"Иван"_s << QStringList{QString(), QString(), u"Иван"_s};
+        QTest::newRow("four words") << u"Анна Мария Петрова Иванова"_s
+                                    << QStringList{u"Анна"_s, u"Мария"_s, u"Петрова Иванова"_s};
+        QTest::newRow("two blanks between")
+            << u"Иван  Петров Иванов"_s << QStringList{u"Иван"_s, u"Петров"_s, u"Иванов"_s};
+        QTest::newRow("leading blank") << u" Иван Петров"_s << QStringList{QString(), u"Иван"_s, u"Петров"_s};
         QTest::newRow("empty") << QString() << QStringList{QString(), QString(), QString()};
     }
     void nameSplitting()
@@ -403,13 +382,13 @@ private slots:
     {
         QTest::addColumn<double>("cena");
         QTest::addColumn<QString>("shape"); // empty: no shape, the report is refused
-        QTest::newRow("zero") << 0.0 << QStringLiteral("0.0");
-        QTest::newRow("odd cents unpadded") << 12.05 << QStringLiteral("12.5");
-        QTest::newRow("binary 17.99") << 17.99 << QStringLiteral("17.99");
-        QTest::newRow("binary 0.29") << 0.29 << QStringLiteral("0.29");
-        QTest::newRow("half lev") << 12.5 << QStringLiteral("12.50");
-        QTest::newRow("whole") << 21.0 << QStringLiteral("21.0");
-        QTest::newRow("largest") << 32767.99 << QStringLiteral("32767.99");
+        QTest::newRow("zero") << 0.0 << u"0.0"_s;
+        QTest::newRow("odd cents unpadded") << 12.05 << u"12.5"_s;
+        QTest::newRow("binary 17.99") << 17.99 << u"17.99"_s;
+        QTest::newRow("binary 0.29") << 0.29 << u"0.29"_s;
+        QTest::newRow("half lev") << 12.5 << u"12.50"_s;
+        QTest::newRow("whole") << 21.0 << u"21.0"_s;
+        QTest::newRow("largest") << 32767.99 << u"32767.99"_s;
         QTest::newRow("too large") << 32768.0 << QString();
         QTest::newRow("negative") << -0.5 << QString();
     }
@@ -425,13 +404,12 @@ private slots:
         QTest::addColumn<QVariant>("cena");
         QTest::addColumn<bool>("card");
         QTest::addColumn<QStringList>("named");
-        const QString name = QStringLiteral("Мария Петрова");
-        QTest::newRow("no price") << QVariant() << true << QStringList{Maria, name, QStringLiteral("000007"), QStringLiteral("няма цена")};
+        const QString name = u"Мария Петрова"_s;
+        QTest::newRow("no price") << QVariant() << true << QStringList{Maria, name, u"000007"_s, u"няма цена"_s};
         QTest::newRow("price too large") << QVariant(40000.0) << true
-                                         << QStringList{Maria, name, QStringLiteral("000007"), QStringLiteral("40000")};
-        QTest::newRow("negative price") << QVariant(-3.0) << true << QStringList{Maria, name, QStringLiteral("000007")};
-        QTest::newRow("no card") << QVariant(5.0) << false
-                                 << QStringList{Maria, QStringLiteral("000004"), QStringLiteral("няма картон")};
+                                         << QStringList{Maria, name, u"000007"_s, u"40000"_s};
+        QTest::newRow("negative price") << QVariant(-3.0) << true << QStringList{Maria, name, u"000007"_s};
+        QTest::newRow("no card") << QVariant(5.0) << false << QStringList{Maria, u"000004"_s, u"няма картон"_s};
     }
     void refusals()
     {
@@ -441,9 +419,9 @@ private slots:
         TestPractice practice;
         addUnit();
         if (card)
-            addCard(Maria, QStringLiteral("Мария Петрова"), QStringLiteral("1980-05-07"));
-        addLine(Maria, QStringLiteral("2026-03-02"), QStringLiteral("101"), 5.0, QStringLiteral("000004"));
-        addLine(Maria, QStringLiteral("2026-03-03"), QStringLiteral("301"), cena, QStringLiteral("000007"));
+            addCard(Maria, u"Мария Петрова"_s, u"1980-05-07"_s);
+        addLine(Maria, u"2026-03-02"_s, u"101"_s, 5.0, u"000004"_s);
+        addLine(Maria, u"2026-03-03"_s, u"301"_s, cena, u"000007"_s);
         run().ExportUin.clear();
         const auto report = BuildStomatologyXml(store::clinicDb(), march(), Doctor, Today);
         QVERIFY(!report.ok());
@@ -455,8 +433,8 @@ private slots:
 
     void suggestedName()
     {
-        const Period period = CheckPeriod(QStringLiteral("01.03.2026"), QStringLiteral("31.12.2026")).period;
-        QCOMPARE(SuggestedXmlFileName(QStringLiteral("2200000001"), period), QStringLiteral("2200000001-032026.xml"));
+        const Period period = CheckPeriod(u"01.03.2026"_s, u"31.12.2026"_s).period;
+        QCOMPARE(SuggestedXmlFileName(u"2200000001"_s, period), u"2200000001-032026.xml"_s);
     }
 
     void writeKeepsAnEarlierFile_data()
@@ -465,14 +443,13 @@ private slots:
         QTest::addColumn<bool>("written");
         QTest::addColumn<QStringList>("files"); // the files of the folder afterwards: no temporary is left
         QTest::addColumn<bool>("diskFull");
-        const QString old = QStringLiteral("old.xml");
-        QTest::newRow("new file") << QStringLiteral("report.xml") << true << QStringList{old, QStringLiteral("report.xml")}
-                                  << false;
+        const QString old = u"old.xml"_s;
+        QTest::newRow("new file") << u"report.xml"_s << true << QStringList{old, u"report.xml"_s} << false;
         QTest::newRow("over an earlier file") << old << true << QStringList{old} << false;
         QTest::newRow("disk full half-way") << old << false << QStringList{old} << true;
-        QTest::newRow("read-only folder") << QStringLiteral("locked/old.xml") << false << QStringList{old} << false;
-        QTest::newRow("missing folder") << QStringLiteral("missing/report.xml") << false << QStringList{old} << false;
-        QTest::newRow("a folder of that name") << QStringLiteral("old-folder") << false << QStringList{old} << false;
+        QTest::newRow("read-only folder") << u"locked/old.xml"_s << false << QStringList{old} << false;
+        QTest::newRow("missing folder") << u"missing/report.xml"_s << false << QStringList{old} << false;
+        QTest::newRow("a folder of that name") << u"old-folder"_s << false << QStringList{old} << false;
     }
     void writeKeepsAnEarlierFile()
     {
@@ -480,17 +457,17 @@ private slots:
         QFETCH(bool, written);
         QFETCH(QStringList, files);
         QFETCH(bool, diskFull);
-        if (target.startsWith(QStringLiteral("locked")) && ::geteuid() == 0)
+        if (target.startsWith(u"locked"_s) && ::geteuid() == 0)
             QSKIP("the superuser writes into a read-only folder");
         QTemporaryDir dir;
-        QDir(dir.path()).mkpath(QStringLiteral("locked"));
-        QDir(dir.path()).mkpath(QStringLiteral("old-folder"));
-        for (const QString &old : {QStringLiteral("old.xml"), QStringLiteral("locked/old.xml")}) {
+        QDir(dir.path()).mkpath(u"locked"_s);
+        QDir(dir.path()).mkpath(u"old-folder"_s);
+        for (const QString &old : {u"old.xml"_s, u"locked/old.xml"_s}) {
             QFile file(dir.filePath(old));
             QVERIFY(file.open(QIODevice::WriteOnly));
             file.write("earlier");
         }
-        QFile::setPermissions(dir.filePath(QStringLiteral("locked")), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        QFile::setPermissions(dir.filePath(u"locked"_s), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
         const QString path = dir.filePath(target);
         const QByteArray document = "\xEF\xBB\xBF<report>\r\n" + QByteArray(100000, ' ') + "</report>\r\n";
         std::optional<FileSizeLimit> limit;
@@ -501,16 +478,16 @@ private slots:
         QCOMPARE(outcome.ok(), written);
         if (!written)
             QVERIFY2(outcome.error().contains(path), qPrintable(outcome.error()));
-        QFile file(written ? path : dir.filePath(QStringLiteral("old.xml")));
+        QFile file(written ? path : dir.filePath(u"old.xml"_s));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), written ? document : QByteArray("earlier"));
-        QFile locked(dir.filePath(QStringLiteral("locked/old.xml")));
+        QFile locked(dir.filePath(u"locked/old.xml"_s));
         QVERIFY(locked.open(QIODevice::ReadOnly));
         QCOMPARE(locked.readAll(), QByteArray("earlier"));
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files, QDir::Name), files);
-        QCOMPARE(QDir(dir.filePath(QStringLiteral("locked"))).entryList(QDir::Files), QStringList{QStringLiteral("old.xml")});
-        QFile::setPermissions(dir.filePath(QStringLiteral("locked")), QFileDevice::ReadOwner | QFileDevice::WriteOwner
-                                                                          | QFileDevice::ExeOwner);
+        QCOMPARE(QDir(dir.filePath(u"locked"_s)).entryList(QDir::Files), QStringList{u"old.xml"_s});
+        QFile::setPermissions(dir.filePath(u"locked"_s),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     }
 };
 
