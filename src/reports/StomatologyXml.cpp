@@ -12,6 +12,9 @@
 
 #include <QSysInfo>
 
+#include <algorithm>
+#include <memory>
+
 namespace reports {
 namespace {
 
