@@ -136,7 +136,7 @@ private slots:
     void bothXmlEntriesSaveTheReport()
     {
         QFETCH(QString, entry);
-        store::run(store::clinicDb(), QStringLiteral("INSERT INTO MedicUnit (UserUIN) VALUES (' 2300012345 ')"));
+        store::run(store::clinicDb(), QStringLiteral("UPDATE MedicUnit SET UserUIN = ' 2300012345 '"));
         QString suggested;
         reportsui::setXmlFileChooser([&suggested](QWidget *, const QString &path) {
             suggested = path;

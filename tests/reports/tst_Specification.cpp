@@ -292,6 +292,7 @@ private slots:
     void unitCellsFromTheFirstRow()
     {
         TestPractice practice;
+        store::run(store::clinicDb(), QStringLiteral("DELETE FROM MedicUnit")); // a new file has an empty row
         store::run(store::clinicDb(),
                    QStringLiteral("INSERT INTO MedicUnit (UserID, UserName, UserEGN, UserUIN, UserMOL, UserCity, UserUl, "
                                   "UserUlID, UserKs, UserBl, UserVx, UserBank, UserIBAN) "

@@ -99,7 +99,7 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::newRow("a word") << QStringList{QStringLiteral("frobnicate")};
-        QTest::newRow("a verb of a later version, with options") << QStringList{QStringLiteral("report"), QStringLiteral("--data-dir"), QStringLiteral("x")};
+        QTest::newRow("a verb of a later version, with options") << QStringList{QStringLiteral("invoice"), QStringLiteral("--data-dir"), QStringLiteral("x")};
     }
     void anUnknownCommandListsTheCommandsWithoutAWindow()
     {
