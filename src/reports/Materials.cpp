@@ -82,20 +82,23 @@ QString lineText(const ServiceLine &line)
     return QStringLiteral("пациент с ЕГН %1, дата %2, амб. лист %3").arg(line.EGN, dates::toTyped(line.Data), line.ListID);
 }
 
-const NormRow &normsOf(const Norms &norms, const ServiceLine &line, int materialCount)
+// The line is read whole only when it is to be named in a message.
+const NormRow &normsOf(const Norms &norms, const QSqlDatabase &clinic, qint64 lineId, const QString &code,
+                       int materialCount)
 {
-    const auto found = norms.constFind(line.KodHelp);
+    const auto found = norms.constFind(code);
+    if (found != norms.constEnd() && found->size() >= materialCount)
+        return *found;
+    const ServiceLine line = ReadLine(clinic, lineId);
     if (found == norms.constEnd())
         throw store::SqlError(QStringLiteral("Няма норма за разход на материали за дейност с код „%1“ (%2).\r"
                                              "Добавете реда на кода в нормите за разход и пуснете справката отново.")
                                   .arg(line.KodHelp, lineText(line)));
-    if (found->size() < materialCount)
-        throw store::SqlError(QStringLiteral("Нормите за разход на дейност с код „%1“ (%2) имат %3 колони, "
-                                             "а материалите са %4.\rДопълнете нормите и пуснете справката отново.")
-                                  .arg(line.KodHelp, lineText(line))
-                                  .arg(found->size())
-                                  .arg(materialCount));
-    return *found;
+    throw store::SqlError(QStringLiteral("Нормите за разход на дейност с код „%1“ (%2) имат %3 колони, "
+                                         "а материалите са %4.\rДопълнете нормите и пуснете справката отново.")
+                              .arg(line.KodHelp, lineText(line))
+                              .arg(found->size())
+                              .arg(materialCount));
 }
 
 // The quantity is a single: each addition is rounded to single precision, as the sum is kept.
@@ -134,8 +137,8 @@ void walkAndCharge(const QSqlDatabase &clinic, const QSqlDatabase &data, const L
     const Norms norms = readNorms(data);
     auto progress = dialogs().progress(MaterialsProgressMessage, lineCount);
     int position = 0;
-    WalkLines(clinic, filter, [&](const ServiceLine &line) {
-        charge(materials, normsOf(norms, line, int(materials.size())));
+    WalkLineCodes(clinic, filter, [&](qint64 id, const QString &code) {
+        charge(materials, normsOf(norms, clinic, id, code, int(materials.size())));
         if (++position % RowsPerBarStep == 0)
             progress->setValue(position);
     });

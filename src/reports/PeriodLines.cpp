@@ -38,6 +38,31 @@ QString orderClause(LineOrder order)
     return order == LineOrder::ByDate ? QStringLiteral(" ORDER BY Data, ID") : QStringLiteral(" ORDER BY Data, KodHelp, ID");
 }
 
+const QString LineColumns =
+    QStringLiteral("SELECT ID, EGN, Data, KodHelp, TextHelp, Help, KodZab, ListID, KodMedic, Cena, Times, Schet");
+
+void readLine(const QSqlQuery &query, ServiceLine &line)
+{
+    line.id = query.value(0).toLongLong();
+    line.EGN = query.value(1).toString();
+    line.Data = dates::fromIso(query.value(2).toString()).value_or(QDate());
+    line.KodHelp = query.value(3).toString();
+    line.TextHelp = query.value(4).toString();
+    line.Help = query.value(5).toString();
+    line.KodZab = query.value(6).toString();
+    line.ListID = query.value(7).toString();
+    line.KodMedic = query.value(8).toString();
+    line.Cena = query.value(9);
+    line.Times = query.value(10);
+    line.Schet = query.value(11).toInt() != 0;
+}
+
+void throwOnFault(const QSqlDatabase &clinic, const QSqlQuery &query)
+{
+    if (query.lastError().isValid())
+        throw store::SqlError(clinic, query);
+}
+
 } // namespace
 
 int CountLines(const QSqlDatabase &clinic, const LineFilter &filter)
@@ -49,28 +74,31 @@ int CountLines(const QSqlDatabase &clinic, const LineFilter &filter)
 void WalkLines(const QSqlDatabase &clinic, const LineFilter &filter,
                const std::function<void(const ServiceLine &)> &visit)
 {
-    QSqlQuery query = runFiltered(
-        clinic, filter,
-        QStringLiteral("SELECT ID, EGN, Data, KodHelp, TextHelp, Help, KodZab, ListID, KodMedic, Cena, Times, Schet"),
-        orderClause(filter.order));
+    QSqlQuery query = runFiltered(clinic, filter, LineColumns, orderClause(filter.order));
     ServiceLine line;
     while (query.next()) {
-        line.id = query.value(0).toLongLong();
-        line.EGN = query.value(1).toString();
-        line.Data = dates::fromIso(query.value(2).toString()).value_or(QDate());
-        line.KodHelp = query.value(3).toString();
-        line.TextHelp = query.value(4).toString();
-        line.Help = query.value(5).toString();
-        line.KodZab = query.value(6).toString();
-        line.ListID = query.value(7).toString();
-        line.KodMedic = query.value(8).toString();
-        line.Cena = query.value(9);
-        line.Times = query.value(10);
-        line.Schet = query.value(11).toInt() != 0;
+        readLine(query, line);
         visit(line);
     }
-    if (query.lastError().isValid())
-        throw store::SqlError(clinic, query);
+    throwOnFault(clinic, query);
+}
+
+void WalkLineCodes(const QSqlDatabase &clinic, const LineFilter &filter,
+                   const std::function<void(qint64 id, const QString &code)> &visit)
+{
+    QSqlQuery query = runFiltered(clinic, filter, QStringLiteral("SELECT ID, KodHelp"), orderClause(filter.order));
+    while (query.next())
+        visit(query.value(0).toLongLong(), query.value(1).toString());
+    throwOnFault(clinic, query);
+}
+
+ServiceLine ReadLine(const QSqlDatabase &clinic, qint64 id)
+{
+    QSqlQuery query = store::run(clinic, LineColumns + QStringLiteral(" FROM Help WHERE ID = ?"), {id});
+    ServiceLine line;
+    if (query.next())
+        readLine(query, line);
+    return line;
 }
 
 void SkippedPatients::add(const QString &egn)

@@ -48,6 +48,13 @@ int CountLines(const QSqlDatabase &clinic, const LineFilter &filter);
 void WalkLines(const QSqlDatabase &clinic, const LineFilter &filter,
                const std::function<void(const ServiceLine &)> &visit);
 
+// The same walk giving only each line's ID and code: a report that needs no more (the
+// materials) is served from the date index alone, without reading the lines themselves.
+void WalkLineCodes(const QSqlDatabase &clinic, const LineFilter &filter,
+                   const std::function<void(qint64 id, const QString &code)> &visit);
+// One line by its ID, to name its patient and sheet in a message; throws store::SqlError.
+ServiceLine ReadLine(const QSqlDatabase &clinic, qint64 id);
+
 // The lines whose EGN names no birth date: the age rules cannot place them, so the reports
 // leave them out and say which patients they were, once each.
 class SkippedPatients final
