@@ -55,9 +55,7 @@ private slots:
         practice.addService(m_child, QDate(2026, 3, 9), QStringLiteral("508"), Doctor, QStringLiteral("000002"));
         store::run(store::clinicDb(), QStringLiteral("UPDATE Help SET Cena = 17.99"));
         store::run(store::clinicDb(), QStringLiteral("UPDATE MedicUnit SET UserUIN = '2300012345', UserID = '2201130457'"));
-        store::run(store::clinicDb(), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-        for (const QString &file : {QStringLiteral("velmorata.db"), QStringLiteral("data.db")})
-            QVERIFY(QFile::copy(practice.folder() + u'/' + file, m_folder.filePath(file)));
+        QVERIFY(practice.copyFilesTo(m_folder.path()));
     }
 
     // One line per row of the report's table, the layout's fields in order, dates DD.MM.YYYY.

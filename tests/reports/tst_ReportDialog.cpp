@@ -1,3 +1,4 @@
+#include "OpenWindows.h"
 #include "TestPractice.h"
 
 #include "base/RunState.h"
@@ -19,16 +20,6 @@
 namespace {
 
 const QString Doctor = QStringLiteral("2201234567");
-
-template <typename Screen>
-QList<Screen *> openWindows()
-{
-    QList<Screen *> found;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        if (auto *screen = qobject_cast<Screen *>(widget); screen && screen->isVisible())
-            found << screen;
-    return found;
-}
 
 } // namespace
 

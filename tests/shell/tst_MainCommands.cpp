@@ -1,3 +1,4 @@
+#include "OpenWindows.h"
 #include "TestPractice.h"
 
 #include "admin/ui/Cenoraz.h"
@@ -14,16 +15,6 @@
 #include <QTest>
 
 namespace {
-
-template <typename Screen>
-QList<Screen *> openWindows()
-{
-    QList<Screen *> found;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        if (auto *screen = qobject_cast<Screen *>(widget); screen && screen->isVisible())
-            found << screen;
-    return found;
-}
 
 } // namespace
 

@@ -25,9 +25,7 @@ private slots:
         practice.addService(m_egn, QDate(2026, 3, 2), QStringLiteral("101"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("INSERT INTO Grafic (KodMedic, Data, Ch3) VALUES (?, '2026-03-20', 'Петър ')"),
                    {Doctor});
-        store::run(store::clinicDb(), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-        for (const QString &file : {QStringLiteral("velmorata.db"), QStringLiteral("data.db")})
-            QVERIFY(QFile::copy(practice.folder() + u'/' + file, m_folder.filePath(file)));
+        QVERIFY(practice.copyFilesTo(m_folder.path()));
     }
 
     void formsPrintOrRefuse_data()

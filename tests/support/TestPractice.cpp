@@ -8,6 +8,7 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 
+#include <QFile>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTest>
@@ -120,4 +121,13 @@ QString validEgn(const QDate &born, bool male)
                              .arg(born.day(), 2, 10, QChar(u'0'))
                              .arg(male ? 124 : 125, 3, 10, QChar(u'0'));
     return nine + QString::number(EgnCheckDigit(nine));
+}
+
+bool TestPractice::copyFilesTo(const QString &folder) const
+{
+    store::run(store::clinicDb(), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    for (const QString &file : {QStringLiteral("velmorata.db"), QStringLiteral("data.db")})
+        if (!QFile::copy(m_dir.filePath(file), folder + u'/' + file))
+            return false;
+    return true;
 }

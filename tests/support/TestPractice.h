@@ -49,6 +49,9 @@ public:
     void addPatient(const QString &egn, const QString &names, const QString &doctorCode);
     void addService(const QString &egn, const QDate &date, const QString &kodHelp, const QString &doctorCode,
                     const QString &listId = QStringLiteral("000001"));
+    // Writes the open files out whole and copies velmorata.db and data.db into `folder`, so that
+    // a command of the command line can open them there; false when a copy fails.
+    [[nodiscard]] bool copyFilesTo(const QString &folder) const;
     int count(const QString &sql) const; // SELECT COUNT(*) ... on the clinic database
     // The first row a query on the clinic database gives, each value as text; empty without a row.
     QStringList row(const QString &sql, std::initializer_list<QVariant> values = {}) const;

@@ -315,17 +315,13 @@ private slots:
         QFETCH(int, exitCode);
         QFETCH(int, stillMarked);
         QTemporaryDir out;
-        QString folder;
         const QString egn = validEgn(QDate(1990, 1, 1));
         {
             TestPractice practice;
-            folder = practice.folder();
             practice.addDoctor(QStringLiteral("Д"), Doctor);
             practice.addPatient(egn, QStringLiteral("Петър"), Doctor);
             practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("3010"), Doctor);
-            store::run(store::clinicDb(), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-            QVERIFY(QFile::copy(folder + QStringLiteral("/velmorata.db"), out.filePath(QStringLiteral("velmorata.db"))));
-            QVERIFY(QFile::copy(folder + QStringLiteral("/data.db"), out.filePath(QStringLiteral("data.db"))));
+            QVERIFY(practice.copyFilesTo(out.path()));
         }
         const QString pdf = pdfPlace == QStringLiteral("folder") ? out.filePath(QStringLiteral("sheet.pdf"))
                                                                   : out.filePath(QStringLiteral("nowhere/sheet.pdf"));

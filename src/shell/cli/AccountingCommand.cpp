@@ -14,8 +14,6 @@ namespace {
 const QString Book = QStringLiteral("book");
 const QString Unbook = QStringLiteral("unbook");
 
-QString oneLine(const QString &message) { return QString(message).replace(QChar(13), QChar(u' ')).simplified(); }
-
 // The IDs of one option, or the first text that is none.
 std::optional<QList<qint64>> lineIds(const QStringList &values, QString *bad)
 {

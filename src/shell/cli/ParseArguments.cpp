@@ -13,3 +13,5 @@ std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList 
     }
     return std::nullopt;
 }
+
+QString oneLine(const QString &message) { return QString(message).replace(QChar(13), QChar(u' ')).simplified(); }

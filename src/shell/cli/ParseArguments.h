@@ -11,3 +11,6 @@
 // nothing when the command goes on. `prefix` starts the fault's line ("demo: "), or is empty.
 std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList &arguments, QTextStream &out,
                                   QTextStream &err, const QString &prefix = {});
+
+// A message of the program on one line of a terminal: its line breaks (carriage returns) become blanks.
+QString oneLine(const QString &message);

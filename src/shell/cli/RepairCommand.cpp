@@ -1,6 +1,7 @@
 #include "shell/cli/RepairCommand.h"
 
 #include "maintenance/Repair.h"
+#include "shell/cli/ParseArguments.h"
 #include "store/Store.h"
 
 namespace {
@@ -44,7 +45,7 @@ int RepairCommand::run(const QCommandLineParser &parser, const store::DataPaths 
     if (repaired->fileDamaged())
         return fail(err, repair::damagedFileMessage());
     for (const QString &fault : repaired->faults)
-        out << QString(fault).replace(QChar(13), QChar(u' ')).simplified() << Qt::endl;
+        out << oneLine(fault) << Qt::endl;
     printSummary(repaired.value(), dryRun, out);
     return repaired->faults.isEmpty() ? 0 : 1;
 }

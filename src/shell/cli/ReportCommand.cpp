@@ -47,9 +47,6 @@ QString usage()
         "Without --pdf a printed report writes its rows on stdout, tab-separated.\n");
 }
 
-// Messages of the program are written with a carriage return between lines.
-QString oneLine(const QString &message) { return QString(message).replace(QChar(13), QChar(u' ')).simplified(); }
-
 class ReportRun final
 {
 public:
