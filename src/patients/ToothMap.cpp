@@ -61,6 +61,14 @@ const QList<int> &lowerRow()
     return row;
 }
 
+const Position *positionOfTooth(int tooth)
+{
+    for (const Position &place : positions())
+        if (place.tooth == tooth)
+            return &place;
+    return nullptr;
+}
+
 int milkFieldOfBox(int box) { return box; }
 int permanentFieldOfBox(int box) { return permanentTwin[box - 1]; }
 

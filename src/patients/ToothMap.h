@@ -35,6 +35,9 @@ int toothOf(int field);
 const QList<int> &upperRow();
 const QList<int> &lowerRow();
 
+// The position of an FDI tooth number ("36", "75"), or nullptr for a number that names no tooth.
+const Position *positionOfTooth(int tooth);
+
 int milkFieldOfBox(int box);      // box n: Z<n>
 int permanentFieldOfBox(int box); // Check1 -> Z24, Check11 -> Z40, ...
 

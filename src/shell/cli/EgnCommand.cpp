@@ -7,27 +7,6 @@
 
 #include <QCommandLineParser>
 
-namespace {
-
-// A number is printed as given, but a tab or a line break inside it would split its line or
-// shift its columns for the script that reads them: such characters are written escaped.
-QString escapeField(const QString &text)
-{
-    QString escaped;
-    for (const QChar c : text) {
-        switch (c.unicode()) {
-        case u'\\': escaped += QStringLiteral("\\\\"); break;
-        case u'\t': escaped += QStringLiteral("\\t"); break;
-        case u'\r': escaped += QStringLiteral("\\r"); break;
-        case u'\n': escaped += QStringLiteral("\\n"); break;
-        default: escaped += c;
-        }
-    }
-    return escaped;
-}
-
-} // namespace
-
 QString EgnCommand::summary() const { return QStringLiteral("check personal numbers (EGN)"); }
 
 QString EgnCommand::describe(const QString &egn, const QDate &today)

@@ -15,3 +15,18 @@ std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList 
 }
 
 QString oneLine(const QString &message) { return QString(message).replace(QChar(13), QChar(u' ')).simplified(); }
+
+QString escapeField(const QString &text)
+{
+    QString escaped;
+    for (const QChar c : text) {
+        switch (c.unicode()) {
+        case u'\\': escaped += QStringLiteral("\\\\"); break;
+        case u'\t': escaped += QStringLiteral("\\t"); break;
+        case u'\r': escaped += QStringLiteral("\\r"); break;
+        case u'\n': escaped += QStringLiteral("\\n"); break;
+        default: escaped += c;
+        }
+    }
+    return escaped;
+}

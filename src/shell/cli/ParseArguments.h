@@ -14,3 +14,8 @@ std::optional<int> parseArguments(QCommandLineParser &parser, const QStringList 
 
 // A message of the program on one line of a terminal: its line breaks (carriage returns) become blanks.
 QString oneLine(const QString &message);
+
+// A field of a tab-separated output line: a tab, a line break or a backslash inside it would
+// split its line or shift its columns for the script that reads them, so they are written
+// escaped as \t, \r, \n and \\.
+QString escapeField(const QString &text);

@@ -3,6 +3,8 @@
 #include "admin/DiaryPrint.h"
 #include "base/PrintOutput.h"
 #include "base/RunState.h"
+#include "reports/ClaimsCheck.h"
+#include "reports/ClaimsCheckPage.h"
 #include "reports/PrintedReports.h"
 #include "reports/StomatologyXml.h"
 #include "shell/cli/ParseArguments.h"
@@ -44,14 +46,22 @@ QString usage()
         "                        --from DD.MM.YYYY --to DD.MM.YYYY [--pdf FILE]\n"
         "       velmorata report xml [--data-dir DIR] --doctor KOD --from DD.MM.YYYY --to DD.MM.YYYY\n"
         "                        [--today DD.MM.YYYY] --out FILE\n"
-        "Without --pdf a printed report writes its rows on stdout, tab-separated.\n");
+        "       velmorata report check [--data-dir DIR] --doctor KOD --from DD.MM.YYYY --to DD.MM.YYYY\n"
+        "                        [--today DD.MM.YYYY] [--pdf FILE]\n"
+        "Without --pdf a printed report writes its rows on stdout, tab-separated.\n"
+        "The check writes one finding per line (rule, EGN, date, sheet, text) and exits 0 when the\n"
+        "period is clean, 1 with findings, 2 when it cannot check.\n");
 }
+
+const QString CheckName = QStringLiteral("check");
 
 class ReportRun final
 {
 public:
-    ReportRun(reports::ReportKind kind, const QCommandLineParser &parser, QTextStream &out, QTextStream &err)
-        : m_kind(kind), m_parser(parser), m_out(out), m_err(err)
+    // `kind` is empty for the check of the claims, which makes no report of its own.
+    ReportRun(std::optional<reports::ReportKind> kind, const QCommandLineParser &parser, QTextStream &out,
+              QTextStream &err)
+        : m_kind(kind), m_parser(parser), m_out(out), m_err(err), m_failure(kind ? 1 : 2)
     {
     }
 
@@ -62,27 +72,65 @@ public:
             return fail(doctor.error());
         run().CurrentMedicCode = m_parser.value(QStringLiteral("doctor"));
         run().CurrentMedicName = doctor.value();
-        return m_kind == reports::ReportKind::Xml ? writeXml(period) : printed(period);
+        if (!m_kind)
+            return check(period);
+        return *m_kind == reports::ReportKind::Xml ? writeXml(period) : printed(period);
     }
 
 private:
+    std::optional<QDate> today()
+    {
+        if (!m_parser.isSet(QStringLiteral("today")))
+            return QDate::currentDate();
+        const auto given = dates::fromTyped(m_parser.value(QStringLiteral("today")));
+        if (!given)
+            (void)fail(QStringLiteral("--today is no date: ") + m_parser.value(QStringLiteral("today")), 2);
+        return given;
+    }
+
+    int check(const reports::Period &period)
+    {
+        const auto day = today();
+        if (!day)
+            return 2;
+        const auto findings = reports::CheckClaims(period, run().CurrentMedicCode, *day);
+        if (!findings)
+            return fail(findings.error());
+        if (m_parser.isSet(QStringLiteral("pdf"))) {
+            const QString pdf = m_parser.value(QStringLiteral("pdf"));
+            const auto page = reports::ClaimsCheckPage(findings.value(), period, run().CurrentMedicName);
+            if (const Outcome written = print::writeFormPdf(page, pdf); !written)
+                return fail(written.error());
+            m_err << "Wrote " << pdf << Qt::endl; // stdout is the findings' alone
+        }
+        for (const reports::ClaimFinding &finding : findings.value()) {
+            QStringList fields = reports::FindingFields(finding);
+            for (QString &field : fields)
+                field = escapeField(field);
+            m_out << fields.join(u'\t') << '\n';
+        }
+        m_out.flush();
+        return findings->isEmpty() ? 0 : 1;
+    }
+
     int printed(const reports::Period &period)
     {
-        if (const Outcome prepared = reports::PrepareReport(m_kind); !prepared)
+        const reports::ReportKind kind = *m_kind;
+        if (const Outcome prepared = reports::PrepareReport(kind); !prepared)
             return fail(prepared.error());
-        const auto built = reports::BuildReport(m_kind, period, run().CurrentMedicCode);
+        const auto built = reports::BuildReport(kind, period, run().CurrentMedicCode);
         if (!built)
             return fail(built.error());
         if (!built->isEmpty())
             m_err << "report: " << oneLine(built->message()) << Qt::endl;
         const int code = m_parser.isSet(QStringLiteral("pdf")) ? writePdf(period) : writeLines(period);
-        (void)reports::CloseReport(m_kind); // the scratch file holds nothing that is not derived
+        (void)reports::CloseReport(kind); // the scratch file holds nothing that is not derived
         return code;
     }
 
     int writePdf(const reports::Period &period)
     {
-        const auto page = reports::ReportPage(m_kind, period, run().CurrentMedicName);
+        const auto page = reports::ReportPage(*m_kind, period, run().CurrentMedicName);
         if (!page)
             return fail(page.error());
         const QString pdf = m_parser.value(QStringLiteral("pdf"));
@@ -94,7 +142,7 @@ private:
 
     int writeLines(const reports::Period &period)
     {
-        const auto lines = reports::ReportLines(m_kind, period);
+        const auto lines = reports::ReportLines(*m_kind, period);
         if (!lines)
             return fail(lines.error());
         for (const QString &line : lines.value())
@@ -105,14 +153,10 @@ private:
 
     int writeXml(const reports::Period &period)
     {
-        QDate today = QDate::currentDate();
-        if (m_parser.isSet(QStringLiteral("today"))) {
-            const auto given = dates::fromTyped(m_parser.value(QStringLiteral("today")));
-            if (!given)
-                return fail(QStringLiteral("--today is no date: ") + m_parser.value(QStringLiteral("today")), 2);
-            today = *given;
-        }
-        const auto report = reports::BuildStomatologyXml(store::clinicDb(), period, run().CurrentMedicCode, today);
+        const auto day = today();
+        if (!day)
+            return 2;
+        const auto report = reports::BuildStomatologyXml(store::clinicDb(), period, run().CurrentMedicCode, *day);
         if (!report)
             return fail(report.error());
         const QString target = m_parser.value(QStringLiteral("out"));
@@ -122,19 +166,21 @@ private:
         return 0;
     }
 
-    int fail(const QString &message, int code = 1)
+    // A report that cannot be made ends 1; a check that cannot check ends 2, as 1 means findings.
+    int fail(const QString &message, std::optional<int> code = std::nullopt)
     {
         m_err << "report: " << oneLine(message) << Qt::endl;
-        return code;
+        return code.value_or(m_failure);
     }
 
-    reports::ReportKind m_kind;
+    std::optional<reports::ReportKind> m_kind;
     const QCommandLineParser &m_parser;
     QTextStream &m_out;
     QTextStream &m_err;
+    int m_failure;
 };
 
-QString missingOption(const QCommandLineParser &parser, reports::ReportKind kind)
+QString missingOption(const QCommandLineParser &parser, std::optional<reports::ReportKind> kind)
 {
     QStringList required{QStringLiteral("doctor"), QStringLiteral("from"), QStringLiteral("to")};
     if (kind == reports::ReportKind::Xml)
@@ -150,8 +196,9 @@ QString missingOption(const QCommandLineParser &parser, reports::ReportKind kind
 int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
 {
     const QString kindName = arguments.value(1);
+    const bool check = kindName == CheckName;
     const auto kind = kindNamed(kindName);
-    if (!kind) {
+    if (!kind && !check) {
         const bool help = kindName == u"--help" || kindName == u"-h";
         if (!help)
             err << "report: unknown report \"" << kindName << "\"\n";
@@ -168,16 +215,17 @@ int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QText
         {QStringLiteral("from"), QStringLiteral("The first day of the period."), QStringLiteral("DD.MM.YYYY")},
         {QStringLiteral("to"), QStringLiteral("The last day of the period."), QStringLiteral("DD.MM.YYYY")},
     });
-    if (*kind == reports::ReportKind::Xml)
-        parser.addOptions({{QStringLiteral("today"), QStringLiteral("The reporting date (default: today)."),
-                            QStringLiteral("DD.MM.YYYY")},
-                           {QStringLiteral("out"), QStringLiteral("The XML file to write."), QStringLiteral("FILE")}});
+    if (check || kind == reports::ReportKind::Xml)
+        parser.addOption({QStringLiteral("today"), QStringLiteral("The reporting date (default: today)."),
+                          QStringLiteral("DD.MM.YYYY")});
+    if (kind == reports::ReportKind::Xml)
+        parser.addOption({QStringLiteral("out"), QStringLiteral("The XML file to write."), QStringLiteral("FILE")});
     else
         parser.addOption({QStringLiteral("pdf"), QStringLiteral("Write the printed form to this PDF file."),
                           QStringLiteral("FILE")});
     if (const auto ended = parseArguments(parser, arguments.mid(1), out, err, QStringLiteral("report: ")))
         return *ended;
-    if (const QString missing = missingOption(parser, *kind); !missing.isEmpty()) {
+    if (const QString missing = missingOption(parser, kind); !missing.isEmpty()) {
         err << "report " << kindName << ": --" << missing << " is required" << Qt::endl;
         return 2;
     }
@@ -190,9 +238,9 @@ int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QText
     const store::StoreOpening opened = store::openStore(store::DataPaths::inFolder(parser.value(QStringLiteral("data-dir"))));
     if (!opened) {
         err << "report " << kindName << ": " << oneLine(opened.error()) << Qt::endl;
-        return 1;
+        return check ? 2 : 1;
     }
-    const int code = ReportRun(*kind, parser, out, err).execute(entry.period);
+    const int code = ReportRun(kind, parser, out, err).execute(entry.period);
     store::closeStore();
     return code;
 }

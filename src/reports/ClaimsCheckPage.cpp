@@ -1,0 +1,107 @@
+#include "reports/ClaimsCheckPage.h"
+
+#include "reports/ActivityReportPage.h"
+#include "store/Dates.h"
+
+#include <array>
+
+using namespace print;
+
+namespace reports {
+namespace {
+
+constexpr double Left = 15.0;
+constexpr double Width = 180.0;
+constexpr double RowHeight = 6.0;
+
+struct Column final
+{
+    const char *name;
+    const char *head;
+    double x;
+    double width;
+};
+
+const std::array<Column, 5> Columns{{
+    {"Text1", "Дата", Left, 20},
+    {"Text2", "ЕГН", Left + 20, 22},
+    {"Text3", "Пациент", Left + 42, 45},
+    {"Text4", "Лист", Left + 87, 14},
+    {"Text5", "Забележка", Left + 101, 79},
+}};
+
+QRectF cellRect(const Column &column) { return QRectF(column.x + 0.8, 0.2, column.width - 1.6, RowHeight - 0.4); }
+
+QList<PageItem> columnHeads()
+{
+    QList<PageItem> heads{line(QStringLiteral("HeadTop"), {Left, 0}, {Left + Width, 0}, 0.4)};
+    for (const Column &column : Columns) {
+        PageItem head = caption(QStringLiteral("Head%1").arg(QLatin1String(column.name)), cellRect(column),
+                                QString::fromUtf8(column.head), 8.5);
+        head.bold = true;
+        heads << head;
+    }
+    heads << line(QStringLiteral("HeadBottom"), {Left, RowHeight + 0.5}, {Left + Width, RowHeight + 0.5}, 0.4);
+    return heads;
+}
+
+// A long name or text gets a smaller font and a second line rather than being cut.
+PageItem cell(const Column &column, const QString &value)
+{
+    const double capacity = (column.width - 1.6) / 1.6;
+    PageItem item = wrapped(QString::fromLatin1(column.name), cellRect(column), value, value.size() <= capacity ? 8.0 : 6.0);
+    item.alignment = Qt::AlignLeft | Qt::AlignVCenter;
+    return item;
+}
+
+QList<PageItem> findingRow(const ClaimFinding &finding)
+{
+    const std::array<QString, 5> values{finding.date.isValid() ? dates::toTyped(finding.date) : QString(), finding.EGN,
+                                        finding.name, finding.ListID, finding.text};
+    QList<PageItem> row;
+    for (std::size_t n = 0; n < Columns.size(); ++n)
+        row << cell(Columns[n], values[n]);
+    row << line(QStringLiteral("RowLine"), {Left, RowHeight}, {Left + Width, RowHeight}, 0.1);
+    return row;
+}
+
+QList<PageItem> groupRow(const ClaimRuleInfo &rule, int count)
+{
+    PageItem title = text(QStringLiteral("Group1"), QRectF(Left, 0.5, Width, RowHeight - 0.5),
+                          QStringLiteral("%1 (%2): %3").arg(rule.title, rule.code).arg(count), 9.0);
+    title.bold = true;
+    return {title, line(QStringLiteral("GroupLine"), {Left, RowHeight}, {Left + Width, RowHeight}, 0.3)};
+}
+
+} // namespace
+
+QString FindingsSummary(int findings)
+{
+    return findings == 0 ? QStringLiteral("Проверка на отчета към НЗОК: няма забележки")
+                         : QStringLiteral("Проверка на отчета към НЗОК: %1 забележки").arg(findings);
+}
+
+PageDescription ClaimsCheckPage(const QList<ClaimFinding> &findings, const Period &period, const QString &medicName)
+{
+    PageDescription form(QStringLiteral("chkClaims"), A4);
+    AddReportHeading(form, QStringLiteral("за проверката на редовете към НЗОК преди отчета"), period, medicName);
+    form.band.top = 44.0;
+    form.band.bottom = form.size.height() - 14.0;
+    form.band.headerHeight = RowHeight + 1.5;
+    form.band.header = columnHeads();
+    form.band.rowHeight = RowHeight;
+    form.band.rows << QList<PageItem>{text(QStringLiteral("Summary"), QRectF(Left, 0.5, Width, RowHeight - 0.5),
+                                           FindingsSummary(int(findings.size())), 9.0)};
+    for (qsizetype first = 0; first < findings.size();) {
+        qsizetype end = first;
+        while (end < findings.size() && findings.at(end).rule == findings.at(first).rule)
+            ++end;
+        form.band.rows << groupRow(ClaimRuleOf(findings.at(first).rule), int(end - first));
+        for (qsizetype k = first; k < end; ++k)
+            form.band.rows << findingRow(findings.at(k));
+        first = end;
+    }
+    return form;
+}
+
+} // namespace reports
