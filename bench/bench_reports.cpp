@@ -1,9 +1,11 @@
 // The reports to the fund on the large practice, each beside the sqlite3 shell reading the same
 // rows (or making the equivalent aggregate) in the same iteration: ratio_to_shell is their
 // quotient. Every builder covers a whole year of the busiest doctor (the materials every
-// doctor's year), the XML report the busiest month. VELMORATA_BENCH_FOLDER names another folder.
+// doctor's year), the XML report the busiest month, the claims check the busiest doctor's year
+// and, one doctor after the other, the whole practice's year. VELMORATA_BENCH_FOLDER names another folder.
 #include "BenchPractice.h"
 
+#include "reports/ClaimsCheck.h"
 #include "reports/PrintedReports.h"
 #include "reports/StomatologyXml.h"
 #include "store/DataPaths.h"
@@ -156,6 +158,67 @@ void xmlReport(benchmark::State &state)
     store::closeStore();
 }
 BENCHMARK(xmlReport)->Iterations(5)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The claims check of the busiest doctor's year, beside the shell reading what it reads: the
+// doctor's lines and the year's lines of the same patients.
+void claimsCheck(benchmark::State &state)
+{
+    openPractice();
+    const QString doctor = busiestDoctor(YearFrom, YearTo);
+    const QString sql = bound(QStringLiteral("SELECT * ") + DoctorYear +
+                                  QStringLiteral(" ORDER BY Data, ID; SELECT ID, EGN, Data, KodHelp, KodZab, KodMedic "
+                                                 "FROM Help WHERE Data BETWEEN :from AND :to AND EGN IN (SELECT EGN ") +
+                                  DoctorYear + QStringLiteral(") ORDER BY EGN, Data, ID"),
+                              doctor, YearFrom, YearTo);
+    const auto packages = reports::AnnualPackageTable::shipped();
+    double ours = 0, shell = 0;
+    qsizetype findings = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        shell += shellSeconds(sql);
+        state.ResumeTiming();
+        QElapsedTimer clock;
+        clock.start();
+        const auto found = reports::CheckClaims(store::clinicDb(), packages.value(), periodOf(YearFrom, YearTo), doctor,
+                                                QDate(2026, 4, 2));
+        ours += double(clock.nsecsElapsed()) / 1e9;
+        if (!found)
+            state.SkipWithError(qPrintable(found.error()));
+        else
+            findings = found->size();
+    }
+    state.counters["ratio_to_shell"] = ours / shell;
+    state.counters["findings"] = double(findings);
+    store::closeStore();
+}
+BENCHMARK(claimsCheck)->Iterations(5)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// Every doctor's year checked one doctor after the other: the whole practice's year.
+void claimsCheckEveryDoctor(benchmark::State &state)
+{
+    openPractice();
+    QStringList doctors;
+    QSqlQuery query = store::run(store::clinicDb(), QStringLiteral("SELECT KodMedic FROM Medic"));
+    while (query.next())
+        doctors << query.value(0).toString();
+    const auto packages = reports::AnnualPackageTable::shipped();
+    qsizetype findings = 0;
+    for (auto _ : state) {
+        findings = 0;
+        for (const QString &doctor : std::as_const(doctors)) {
+            const auto found = reports::CheckClaims(store::clinicDb(), packages.value(), periodOf(YearFrom, YearTo),
+                                                    doctor, QDate(2026, 4, 2));
+            if (!found)
+                state.SkipWithError(qPrintable(found.error()));
+            else
+                findings += found->size();
+        }
+    }
+    state.counters["doctors"] = double(doctors.size());
+    state.counters["findings"] = double(findings);
+    store::closeStore();
+}
+BENCHMARK(claimsCheckEveryDoctor)->Iterations(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 

@@ -88,12 +88,20 @@ Result<AnnualPackageTable> AnnualPackageTable::parse(const QString &csvText, con
 Result<AnnualPackageTable> AnnualPackageTable::load(const QString &dataFolder)
 {
     const QString own = QDir(dataFolder).filePath(FileName);
-    const bool hasOwn = QFile::exists(own);
-    const QString path = hasOwn ? own : QStringLiteral(":/data/") + FileName;
-    const auto csv = store::readCsvFile(path);
+    if (dataFolder.isEmpty() || !QFile::exists(own))
+        return shipped();
+    const auto csv = store::readCsvFile(own);
     if (!csv)
         return Result<AnnualPackageTable>::failure(csv.error());
-    return fromCsv(csv.value(), hasOwn ? QDir::toNativeSeparators(own) : FileName);
+    return fromCsv(csv.value(), QDir::toNativeSeparators(own));
+}
+
+Result<AnnualPackageTable> AnnualPackageTable::shipped()
+{
+    const auto csv = store::readCsvFile(QStringLiteral(":/data/") + FileName);
+    if (!csv)
+        return Result<AnnualPackageTable>::failure(csv.error());
+    return fromCsv(csv.value(), FileName);
 }
 
 Result<AnnualPackageTable> AnnualPackageTable::fromCsv(const store::CsvTable &csv, const QString &source)

@@ -43,6 +43,8 @@ public:
     // program. A file that is not a good table is refused naming the file and the line: a wrong
     // package would make every finding wrong.
     static Result<AnnualPackageTable> load(const QString &dataFolder);
+    // The table shipped with the program.
+    static Result<AnnualPackageTable> shipped();
     // The table of the given CSV text; `source` names it in messages.
     static Result<AnnualPackageTable> parse(const QString &csvText, const QString &source);
 

@@ -129,6 +129,36 @@ private slots:
         QCOMPARE(prices.first(), QStringLiteral("17.99"));
     }
 
+    // The claims check: one finding per line, exit 1 with findings and 0 for a clean period.
+    void claimsCheck()
+    {
+        const QStringList march{"--from", "01.03.2026", "--to", "31.03.2026", "--today", "02.04.2026"};
+        const CommandRun found = report(QStringLiteral("check"), march);
+        QCOMPARE(found.code, 1);
+        const QStringList lines = found.out.split(u'\n', Qt::SkipEmptyParts);
+        QStringList codes;
+        for (const QString &line : lines) {
+            QCOMPARE(line.count(u'\t'), 4);
+            codes << line.section(u'\t', 0, 0);
+        }
+        QCOMPARE(codes.count(QStringLiteral("PACKAGE")), 2);
+        for (const char *code : {"AGE-UNPAID", "MILK-ADULT", "EGN", "NO-BIRTH-DATE"})
+            QVERIFY2(codes.contains(QString::fromUtf8(code)), code);
+        QVERIFY2(lines.contains(QStringLiteral("PACKAGE\t") + m_adult +
+                                QStringLiteral("\t02.03.2026\t000001\tДейност 4 за 2026 г. при пакет над 18 години: 2 дейности")),
+                 qPrintable(found.out));
+        const QString pdf = m_folder.filePath(QStringLiteral("check.pdf"));
+        const CommandRun printed = report(QStringLiteral("check"), march + QStringList{"--pdf", pdf});
+        QCOMPARE(printed.out, found.out);
+        QVERIFY2(printed.err.contains(pdf), qPrintable(printed.err));
+        QFile file(pdf);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.read(5) == "%PDF-");
+        const CommandRun clean = report(QStringLiteral("check"), {"--from", "01.04.2026", "--to", "30.04.2026"});
+        QCOMPARE(clean.code, 0);
+        QVERIFY(clean.out.isEmpty());
+    }
+
     void refusals_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -144,6 +174,11 @@ private slots:
         QTest::newRow("unknown doctor") << QStringList{"activity", "--doctor", "999", "--from", "01.03.2026", "--to",
                                                        "31.03.2026"}
                                         << 1 << "999";
+        QTest::newRow("check, unknown doctor: not a finding")
+            << QStringList{"check", "--doctor", "999", "--from", "01.03.2026", "--to", "31.03.2026"} << 2 << "999";
+        QTest::newRow("check, today no date")
+            << QStringList{"check", "--from", "01.03.2026", "--to", "31.03.2026", "--today", "32.03.2026"} << 2
+            << "--today";
         QTest::newRow("xml without --out") << QStringList{"xml", "--from", "01.03.2026", "--to", "31.03.2026"} << 2
                                            << "--out is required";
         QTest::newRow("no such report") << QStringList{"invoice"} << 2 << "unknown report";
