@@ -12,17 +12,21 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const reports::Period March = reports::CheckPeriod(QStringLiteral("01.03.2026"), QStringLiteral("31.03.2026")).period;
 
 // Three materials (the first two start from nothing, the third from the store's 5), and the
 // norms of a few codes, one column a material. A norm given as NaN is stored as Null.
-void setUpNorms(const QList<std::pair<QString, QList<double>>> &norms, int columns = 3)
+using Norms = QList<std::pair<QString, QList<double>>>;
+
+void setUpNorms(const Norms &norms, int columns = 3)
 {
     const QSqlDatabase data = store::dataDb();
     store::run(data, QStringLiteral("DELETE FROM Mater"));
-    const QList<std::pair<QString, double>> materials{{u"Амалгама"_qs, 0.0}, {u"Композит"_qs, 0.0}, {u"Памук"_qs, 5.0}};
+    const QList<std::pair<QString, double>> materials{{u"Амалгама"_s, 0.0}, {u"Композит"_s, 0.0}, {u"Памук"_s, 5.0}};
     int kod = 1;
     for (const auto &[name, kol] : materials)
         store::run(data, QStringLiteral("INSERT INTO Mater (Kod, Name, Kol, Ed) VALUES (?, ?, ?, 'гр')"),
@@ -78,53 +82,54 @@ int scratchRows() { return store::scalar(store::scratchDb(), QStringLiteral("SEL
 
 } // namespace
 
+Q_DECLARE_METATYPE(Norms)
+
 class MaterialsTest final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void anEmptyPeriodShowsTheStock()
-    {
-        TestPractice practice;
-        setUpNorms({{u"101"_qs, {1, 1, 1}}});
-        QVERIFY(loadAndCalc().ok());
-        QCOMPARE(practice.dialogs().messages, QStringList({reports::NoMaterialsDataMessage, reports::DoneMessage}));
-        QCOMPARE(reportRows(), QStringList{u"Памук=5"_qs});
-    }
-
     // Every doctor's lines, each adding its code's norms column by column in single precision:
-    // ten times 0.1 makes the single just above 1, not 1 nor the double just below it.
-    void sumsInSinglePrecisionOverAllDoctors()
+    // ten times 0.1 makes the single just above 1, not 1 nor the double just below it. A Null
+    // norm drops the material; with no lines only the stock shows.
+    void sums_data()
     {
-        TestPractice practice;
-        setUpNorms({{u"101"_qs, {0.1, 0.0, 0.15}}, {u"103"_qs, {0.0, 2.0, 0.0}}});
-        addLines(6, u"101"_qs, u"1111"_qs);
-        addLines(4, u"101"_qs, u"2222"_qs);
-        addLines(1, u"103"_qs, u"2222"_qs);
-        QVERIFY(loadAndCalc().ok());
-        QCOMPARE(reportRows(), QStringList({u"Амалгама=1.00000012"_qs, u"Композит=2"_qs, u"Памук=6.50000095"_qs}));
-        QCOMPARE(practice.dialogs().messages, QStringList{reports::DoneMessage});
-        QCOMPARE(practice.dialogs().progressShown, 1);
+        QTest::addColumn<Norms>("norms");
+        QTest::addColumn<QStringList>("lines"); // "count code doctor [TextHelp]"
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QStringList>("messages");
+        const QStringList done{reports::DoneMessage};
+        QTest::newRow("an empty period shows the stock")
+            << Norms{{u"101"_s, {1, 1, 1}}} << QStringList{} << QStringList{u"Памук=5"_s}
+            << QStringList{reports::NoMaterialsDataMessage, reports::DoneMessage};
+        QTest::newRow("single precision over all doctors")
+            << Norms{{u"101"_s, {0.1, 0.0, 0.15}}, {u"103"_s, {0.0, 2.0, 0.0}}}
+            << QStringList{"6 101 1111", "4 101 2222", "1 103 2222"}
+            << QStringList{u"Амалгама=1.00000012"_s, u"Композит=2"_s, u"Памук=6.50000095"_s} << done;
+        // A filling is charged by the norms of its material, once the accounting has told them apart.
+        QTest::newRow("fillings by their material")
+            << Norms{{u"301"_s, {9, 9, 9}}, {u"301А"_s, {1, 0, 0}}, {u"301Б"_s, {0, 1, 0}}}
+            << QStringList{"1 301 1111 Обт.амалгама", "2 301 1111 Обт.хим.композ."}
+            << QStringList{u"Амалгама=1"_s, u"Композит=2"_s, u"Памук=5"_s} << done;
+        QTest::newRow("a Null norm drops the material") << Norms{{u"101"_s, {1, 1, std::nan("")}}}
+                                                        << QStringList{"1 101 1111"}
+                                                        << QStringList{u"Амалгама=1"_s, u"Композит=1"_s} << done;
     }
-
-    void anAmalgamFillingIsChargedByItsMaterialsNorms()
+    void sums()
     {
+        QFETCH(Norms, norms);
+        QFETCH(QStringList, lines);
         TestPractice practice;
-        setUpNorms({{u"301"_qs, {9, 9, 9}}, {u"301А"_qs, {1, 0, 0}}, {u"301Б"_qs, {0, 1, 0}}});
-        addLines(1, u"301"_qs, u"1111"_qs, u"Обт.амалгама"_qs);
-        addLines(2, u"301"_qs, u"1111"_qs, u"Обт.хим.композ."_qs);
+        setUpNorms(norms);
+        for (const QString &line : lines) {
+            const QStringList words = line.split(u' ');
+            addLines(words[0].toInt(), words[1], words[2], words.value(3));
+        }
         QVERIFY(accounting::ClassifyFillings(store::clinicDb()).ok());
         QVERIFY(loadAndCalc().ok());
-        QCOMPARE(reportRows(), QStringList({u"Амалгама=1"_qs, u"Композит=2"_qs, u"Памук=5"_qs}));
-    }
-
-    void aNullNormDropsTheMaterial()
-    {
-        TestPractice practice;
-        setUpNorms({{u"101"_qs, {1, 1, std::nan("")}}});
-        addLines(1, u"101"_qs);
-        QVERIFY(loadAndCalc().ok());
-        QCOMPARE(reportRows(), QStringList({u"Амалгама=1"_qs, u"Композит=1"_qs}));
+        QTEST(reportRows(), "rows");
+        QTEST(practice.dialogs().messages, "messages");
+        QCOMPARE(practice.dialogs().progressShown, lines.isEmpty() ? 0 : 1);
     }
 
     // Where the norms cannot charge a line the report says which line, and leaves no table.
@@ -141,12 +146,12 @@ private slots:
         QFETCH(int, columns);
         QFETCH(QString, code);
         TestPractice practice;
-        setUpNorms({{u"101"_qs, QList<double>(columns, 1.0)}}, columns);
-        addLines(3, u"101"_qs);
+        setUpNorms({{u"101"_s, QList<double>(columns, 1.0)}}, columns);
+        addLines(3, u"101"_s);
         addLines(1, code);
         const Outcome made = loadAndCalc();
         QVERIFY(!made.ok());
-        QVERIFY2(made.error().contains(code) && made.error().contains(u"8001010000"_qs), qPrintable(made.error()));
+        QVERIFY2(made.error().contains(code) && made.error().contains(u"8001010000"_s), qPrintable(made.error()));
         QCOMPARE(scratchRows(), 0);
         QVERIFY(!practice.dialogs().messages.contains(reports::DoneMessage));
     }
@@ -172,17 +177,15 @@ private slots:
 
     void theFormCarriesThePeriodAndEveryRow()
     {
-        const QList<reports::MaterialUse> rows{{u"Амалгама"_qs, 2.6, u"кап"_qs}, {u"Памук"_qs, 1234.4, u"гр"_qs}};
-        const print::PageDescription form = reports::MaterialsPage(rows, March, u"Иван Петров"_qs);
-        QCOMPARE(form.formName, u"rprMat"_qs);
+        const QList<reports::MaterialUse> rows{{u"Амалгама"_s, 2.6, u"кап"_s}, {u"Памук"_s, 1234.4, u"гр"_s}};
+        const print::PageDescription form = reports::MaterialsPage(rows, March, u"Иван Петров"_s);
+        QCOMPARE(form.formName, u"rprMat"_s);
         const print::Page page = form.pages().first();
         for (const auto &[name, text] : QList<std::pair<QString, QString>>{
-                 {u"Label3"_qs, u"01.03.2026"_qs}, {u"Label9"_qs, u"31.03.2026"_qs},
-                 {u"Label6"_qs, u"от д-р Иван Петров"_qs}, {u"Label1"_qs, u"Справка"_qs},
-                 {u"Label2"_qs, u"за изразходваните материали"_qs}, {u"Label4"_qs, u"за времето от"_qs},
-                 {u"Label5"_qs, u"до"_qs}, {u"Label7"_qs, u"Име на материала"_qs}, {u"Label8"_qs, u"Кол."_qs},
-                 {print::rowItemName(u"Text2"_qs, 1), u"Памук"_qs}, {print::rowItemName(u"Text1"_qs, 0), u"3"_qs},
-                 {print::rowItemName(u"Text1"_qs, 1), u"1 234"_qs}, {print::rowItemName(u"Text3"_qs, 0), u"кап"_qs}})
+                 {u"Label3"_s, u"01.03.2026"_s}, {u"Label9"_s, u"31.03.2026"_s},
+                 {u"Label6"_s, u"от д-р Иван Петров"_s},
+                 {print::rowItemName(u"Text2"_s, 1), u"Памук"_s}, {print::rowItemName(u"Text1"_s, 0), u"3"_s},
+                 {print::rowItemName(u"Text1"_s, 1), u"1 234"_s}, {print::rowItemName(u"Text3"_s, 0), u"кап"_s}})
             QCOMPARE(page.textAt(name), text);
     }
 };

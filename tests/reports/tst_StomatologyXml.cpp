@@ -69,10 +69,8 @@ void addCard(const QString &egn, const QString &names, const QString &born, cons
 void addUnit()
 {
     store::run(store::clinicDb(), u"DELETE FROM MedicUnit"_s); // a new file comes with an empty row
-    insert(u"MedicUnit"_s, {{u"UserName"_s, u" ДЗ „Усмивка“ ООД "_s},
-                            {u"UserBULSTAT"_s, u"123456789"_s},
-                            {u"UserID"_s, u"2201234567"_s},
-                            {u"UserContract"_s, u"22/123"_s},
+    insert(u"MedicUnit"_s, {{u"UserName"_s, u" ДЗ „Усмивка“ ООД "_s}, {u"UserBULSTAT"_s, u"123456789"_s},
+                            {u"UserID"_s, u"2201234567"_s}, {u"UserContract"_s, u"22/123"_s},
                             {u"UserUIN"_s, u" 2200000001 "_s}});
 }
 
@@ -80,23 +78,16 @@ void addUnit()
 // hers). Georgi: two words of name, no chart, a line of price 0, no referral.
 void addReferralsAndCharts()
 {
-    insert(u"Dental"_s, {{u"EGN"_s, Maria},
-                         {u"Z1"_s, u"K"_s},
-                         {u"Z3"_s, u"*"_s},
-                         {u"Z21"_s, u"E"_s},
-                         {u"Z22"_s, u" "_s},
-                         {u"Z23"_s, u"*"_s},
-                         {u"Z52"_s, u"C "_s}});
+    insert(u"Dental"_s, {{u"EGN"_s, Maria}, {u"Z1"_s, u"K"_s}, {u"Z3"_s, u"*"_s}, {u"Z21"_s, u"E"_s},
+                         {u"Z22"_s, u" "_s}, {u"Z23"_s, u"*"_s}, {u"Z52"_s, u"C "_s}});
     const auto referral = [](const QString &table, const QString &listId, const QString &date, QVariantMap more) {
         more.insert({{u"EGN"_s, Maria}, {u"ListID"_s, listId}, {u"Data"_s, date}});
         insert(table, more);
     };
     referral(u"Path"_s, u"000009"_s, u"2026-03-01"_s, {{u"Nomer"_s, u"76"_s}});
-    referral(u"Path"_s, u"000001"_s, u"2026-03-05"_s,
-             {{u"Nomer"_s, u" 77"_s}, {u"SIMP"_s, u"2201"_s}, {u"BCD"_s, u"B12"_s}});
+    referral(u"Path"_s, u"000001"_s, u"2026-03-05"_s, {{u"Nomer"_s, u" 77"_s}, {u"SIMP"_s, u"2201"_s}, {u"BCD"_s, u"B12"_s}});
     referral(u"Path"_s, u"000001"_s, u"2026-03-06"_s, {{u"Nomer"_s, u"78"_s}});
-    referral(u"Invest"_s, u"000001"_s, u"2026-03-06"_s,
-             {{u"Nomer"_s, u"88"_s}, {u"Kod1"_s, u"1012"_s}, {u"Kod2"_s, u" 10"_s}});
+    referral(u"Invest"_s, u"000001"_s, u"2026-03-06"_s, {{u"Nomer"_s, u"88"_s}, {u"Kod1"_s, u"1012"_s}, {u"Kod2"_s, u" 10"_s}});
     referral(u"Spec"_s, u"000001"_s, u"2026-03-05"_s, {{u"SISP1"_s, u"61"_s}, {u"SISP2"_s, u"62"_s}});
     referral(u"Spec"_s, u"000001"_s, u"2026-03-12"_s, {{u"SISP1"_s, u"64"_s}, {u"SISP2"_s, u" "_s}});
 }
@@ -105,13 +96,8 @@ void addTwoPatients()
 {
     addUnit();
     addCard(Maria, u"Мария Иванова Петрова"_s, u"1980-05-07"_s,
-            {{u"Type"_s, u"1"_s},
-             {u"Country"_s, u"BG"_s},
-             {u"RZOK"_s, u"22"_s},
-             {u"ZR"_s, u"01"_s},
-             {u"ZBook"_s, u"12345"_s},
-             {u"Nep"_s, u"пеницилин"_s},
-             {u"ZabNaw"_s, u"диабет"_s}});
+            {{u"Type"_s, u"1"_s}, {u"Country"_s, u"BG"_s}, {u"RZOK"_s, u"22"_s}, {u"ZR"_s, u"01"_s},
+             {u"ZBook"_s, u"12345"_s}, {u"Nep"_s, u"пеницилин"_s}, {u"ZabNaw"_s, u"диабет"_s}});
     addCard(Georgi, u"Георги Стоянов"_s, u"1975-11-30"_s);
     addReferralsAndCharts();
     addLine(Georgi, u"2026-03-10"_s, u"101"_s, 0.0, u"000002"_s);
@@ -121,6 +107,16 @@ void addTwoPatients()
     // Another doctor's line and one of the doctor's outside the period stay out.
     addLine(Maria, u"2026-03-05"_s, u"508"_s, 30.0, u"000001"_s, {}, u"D2"_s);
     addLine(Maria, u"2026-04-01"_s, u"509"_s, 30.0, u"000003"_s);
+}
+
+// The document's first two lines, with the unit's attributes as given.
+QString documentHead(const QString &unit)
+{
+    const QString host = u"http://"_s + QSysInfo::machineHostName();
+    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report %1"_s.arg(unit) +
+           u"reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" stomType=\"0\" "
+           "xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" xmlns=\"%1\" "
+           "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n"_s.arg(host);
 }
 
 QString tooth(int code, const QString &status)
@@ -139,13 +135,10 @@ QString diseases(const QString &allergy, const QString &past, const QString &cur
 
 QString expectedDocument()
 {
-    const QString host = u"http://"_s + QSysInfo::machineHostName();
-    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<report medicalUnit=\"ДЗ „Усмивка“ ООД\" bulstat=\"123456789\" RHCCode=\"2201234567\" "
-           "contractNo=\"22/123\" odpCode=\"00\" physPersonalProfCode=\"2200000001\" insuranceHouse=\"22\" "
-           "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" stomType=\"0\" "
-           "xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" xmlns=\"%1\" "
-           "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n<dentalCareServices>\n"_s.arg(host) +
+    return documentHead(u"medicalUnit=\"ДЗ „Усмивка“ ООД\" bulstat=\"123456789\" RHCCode=\"2201234567\" "
+                        "contractNo=\"22/123\" odpCode=\"00\" physPersonalProfCode=\"2200000001\" "
+                        "insuranceHouse=\"22\" "_s) +
+           u"<dentalCareServices>\n"_s +
            u"<dentalCareService personType=\"1\" personIdentifier=\"%1\" countryCode=\"BG\" RHIFCode=\"22\" "
            "healthRegionCode=\"01\" birthDate=\"1980-05-07\" personFirstName=\"Мария\" "
            "personMiddleName=\"Иванова\" personLastName=\"Петрова\" specificationType=\"\" "
@@ -255,15 +248,11 @@ private slots:
         store::run(store::clinicDb(), u"DELETE FROM MedicUnit"_s); // an older file may have no row
         run().ExportUin = u"earlier"_s;
         const XmlReport report = built();
-        const QString host = u"http://"_s + QSysInfo::machineHostName();
         QCOMPARE(QString::fromUtf8(report.document.mid(3)).split(u"\r\n"_s),
-                 (QStringList{u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>"_s,
-                              u"<report medicalUnit=\"\" bulstat=\"\" RHCCode=\"\" contractNo=\"\" "
-                              "odpCode=\"\" physPersonalProfCode=\"\" insuranceHouse=\"\" "
-                              "reportingDate=\"2026-4-3\" startFrom=\"2026-03-01\" endTo=\"2026-03-31\" "
-                              "stomType=\"0\" xsi:schemaLocation=\"%1 ImportStomatologyReport.xsd\" "
-                              "xmlns=\"%1\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">"_s.arg(host),
-                              u"<dentalCareServices>"_s, u"</dentalCareServices>"_s, u"</report>"_s, QString()}));
+                 (documentHead(u"medicalUnit=\"\" bulstat=\"\" RHCCode=\"\" contractNo=\"\" odpCode=\"\" "
+                               "physPersonalProfCode=\"\" insuranceHouse=\"\" "_s) +
+                  u"<dentalCareServices>\n</dentalCareServices>\n</report>\n"_s)
+                     .split(u'\n'));
         QCOMPARE(report.sheets, 0);
         QCOMPARE(report.exportUin, u"earlier"_s);
         QCOMPARE(practice.dialogs().messages, QStringList{DoneMessage});

@@ -1,3 +1,11 @@
+// The command line: the built program run without a window on temporary folders, and the
+// read-only prints run in the test's own process.
+#include "CommandRun.h"
+#include "TestPractice.h"
+
+#include "admin/AccessCodes.h"
+#include "base/ui/PrintRenderer.h"
+#include "shell/cli/PrintCommand.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -7,40 +15,38 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-struct Run
-{
-    int exitCode;
-    QString out;
-    QString err;
-};
-
-void start(QProcess &process, const QStringList &arguments)
+void start(QProcess &process, const QStringList &arguments, const QByteArray &input = {})
 {
     process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
+    process.write(input);
+    process.closeWriteChannel();
 }
 
 // A run that waits for a sign-in instead of ending is a fault in itself: it is stopped at the
 // limit and reported as such.
-Run finish(QProcess &process, int limit = 120000)
+CommandRun finish(QProcess &process, int limit = 120000)
 {
     if (!process.waitForFinished(limit)) {
         process.kill();
         process.waitForFinished();
-        return {-1, {}, QStringLiteral("did not finish")};
+        return {-1, {}, u"did not finish"_s};
     }
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-Run velmorata(const QStringList &arguments, int limit = 120000)
+CommandRun velmorata(const QStringList &arguments, const QByteArray &input = {})
 {
     QProcess process;
-    start(process, arguments);
-    return finish(process, limit);
+    start(process, arguments, input);
+    return finish(process);
 }
 
+// The first column of every row the query gives on the practice in `folder`.
 QStringList column(const QString &folder, const QString &sql)
 {
     if (!store::openStore(store::DataPaths::inFolder(folder)).ok())
@@ -55,12 +61,21 @@ QStringList column(const QString &folder, const QString &sql)
     return values;
 }
 
-Run demo(const QString &folder, const QString &seed)
+CommandRun demo(const QString &folder, const QString &seed)
 {
-    return velmorata({QStringLiteral("demo"), QStringLiteral("--data-dir"), folder, QStringLiteral("--patients"),
-                      QStringLiteral("60"), QStringLiteral("--seed"), seed, QStringLiteral("--today"),
-                      QStringLiteral("20.11.2026")});
+    return velmorata({u"demo"_s, u"--data-dir"_s, folder, u"--patients"_s, u"60"_s, u"--seed"_s, seed, u"--today"_s,
+                      u"20.11.2026"_s});
 }
+
+const QStringList Doctor{u"--name"_s,       u"Мария Петрова"_s, u"--number"_s,
+                         u"7501010000"_s,   u"--practice"_s,    u"2201234567"_s};
+
+CommandRun addDoctor(const QString &folder, const QStringList &options, const QByteArray &input)
+{
+    return velmorata(QStringList{u"doctor"_s, u"add"_s, u"--data-dir"_s, folder} + options, input);
+}
+
+const QString Printed = u"2223945198"_s;
 
 } // namespace
 
@@ -84,80 +99,69 @@ private slots:
     {
         QFETCH(QString, number);
         QFETCH(QString, line);
-        const Run result = velmorata({QStringLiteral("egn"), QStringLiteral("--today"), QStringLiteral("15.03.2026"), number});
+        const CommandRun result = velmorata({u"egn"_s, u"--today"_s, u"15.03.2026"_s, number});
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.out, line + u'\n');
     }
 
-    void egnRefusesBadArguments()
-    {
-        QCOMPARE(velmorata({QStringLiteral("egn"), QStringLiteral("--today"), QStringLiteral("31.02.2026"), QStringLiteral("1")}).exitCode, 2);
-        QCOMPARE(velmorata({QStringLiteral("egn")}).exitCode, 2);
-    }
-
-    void anUnknownCommandListsTheCommandsWithoutAWindow_data()
+    // Runs that need no practice and no window: what they print, and where.
+    void plainRuns_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("a word") << QStringList{QStringLiteral("frobnicate")};
-        QTest::newRow("a verb of a later version, with options") << QStringList{QStringLiteral("invoice"), QStringLiteral("--data-dir"), QStringLiteral("x")};
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QStringList>("said"); // on stdout for exit code 0, on stderr otherwise
+        const QStringList verbs{"egn", "demo", "import-postcodes"};
+        QTest::newRow("a word") << QStringList{"frobnicate"} << 2 << QStringList{"unknown command \"frobnicate\""} + verbs;
+        QTest::newRow("a verb of a later version, with options")
+            << QStringList{"invoice", "--data-dir", "x"} << 2 << QStringList{"unknown command \"invoice\""} + verbs;
+        QTest::newRow("--version") << QStringList{"--version"} << 0 << QStringList{"Velmorata"};
+        QTest::newRow("--help") << QStringList{"--help"} << 0 << QStringList{"import-postcodes"};
+        QTest::newRow("egn, no number") << QStringList{"egn"} << 2 << QStringList{};
+        QTest::newRow("egn, today no date") << QStringList{"egn", "--today", "31.02.2026", "1"} << 2 << QStringList{};
     }
-    void anUnknownCommandListsTheCommandsWithoutAWindow()
+    void plainRuns()
     {
         QFETCH(QStringList, arguments);
-        const Run result = velmorata(arguments, 20000);
-        QCOMPARE(result.exitCode, 2);
-        QVERIFY2(result.err.contains(QStringLiteral("unknown command \"%1\"").arg(arguments.first())), qPrintable(result.err));
-        for (const char *verb : {"egn", "demo", "import-postcodes"})
-            QVERIFY2(result.err.contains(QLatin1String(verb)), verb);
-        QVERIFY(result.out.isEmpty());
+        QFETCH(int, exitCode);
+        QFETCH(QStringList, said);
+        const CommandRun result = velmorata(arguments);
+        QCOMPARE(result.exitCode, exitCode);
+        for (const QString &part : said)
+            QVERIFY2((exitCode ? result.err : result.out).contains(part), qPrintable(part));
+        if (exitCode)
+            QVERIFY(result.out.isEmpty());
     }
 
-    void versionAndHelpNeedNoWindow()
-    {
-        const Run version = velmorata({QStringLiteral("--version")});
-        QCOMPARE(version.exitCode, 0);
-        QVERIFY(version.out.contains(QStringLiteral("Velmorata")));
-        const Run help = velmorata({QStringLiteral("--help")});
-        QCOMPARE(help.exitCode, 0);
-        QVERIFY(help.out.contains(QStringLiteral("import-postcodes")));
-    }
-
-    void demoIsDeterministicForASeed()
+    void demoIsDeterministicForASeedAndRefusesAPracticeWithPeople()
     {
         QTemporaryDir one, two, three;
-        QCOMPARE(demo(one.path(), QStringLiteral("5")).exitCode, 0);
-        QCOMPARE(demo(two.path(), QStringLiteral("5")).exitCode, 0);
-        QCOMPARE(demo(three.path(), QStringLiteral("6")).exitCode, 0);
-        const QString sql = QStringLiteral("SELECT EGN || Names || COALESCE(PKod, '') FROM Pacients ORDER BY ID");
+        QCOMPARE(demo(one.path(), u"5"_s).exitCode, 0);
+        QCOMPARE(demo(two.path(), u"5"_s).exitCode, 0);
+        QCOMPARE(demo(three.path(), u"6"_s).exitCode, 0);
+        const QString sql = u"SELECT EGN || Names || COALESCE(PKod, '') FROM Pacients ORDER BY ID"_s;
         const QStringList first = column(one.path(), sql);
         QCOMPARE(first.size(), 60);
         QCOMPARE(column(two.path(), sql), first);
         QVERIFY(column(three.path(), sql) != first);
-        const QString lines = QStringLiteral("SELECT EGN || Data || KodHelp || ListID || Cena FROM Help ORDER BY ID");
+        const QString lines = u"SELECT EGN || Data || KodHelp || ListID || Cena FROM Help ORDER BY ID"_s;
         QCOMPARE(column(two.path(), lines), column(one.path(), lines));
-    }
-
-    void demoRefusesAPracticeWithPeople()
-    {
-        QTemporaryDir folder;
-        QCOMPARE(demo(folder.path(), QStringLiteral("1")).exitCode, 0);
-        const Run again = demo(folder.path(), QStringLiteral("1"));
+        const CommandRun again = demo(one.path(), u"1"_s);
         QCOMPARE(again.exitCode, 1);
-        QVERIFY(again.err.contains(folder.path()));
-        QCOMPARE(column(folder.path(), QStringLiteral("SELECT COUNT(*) FROM Pacients")), QStringList{QStringLiteral("60")});
+        QVERIFY(again.err.contains(one.path()));
+        QCOMPARE(column(one.path(), sql), first);
     }
 
     void importPostcodesReportsTheBrokenLine()
     {
         QTemporaryDir folder;
-        const QString csv = folder.filePath(QStringLiteral("codes.csv"));
+        const QString csv = folder.filePath(u"codes.csv"_s);
         QFile file(csv);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n1000,a,b,c,22,01\n\"1001,a\n");
         file.close();
-        const Run result = velmorata({QStringLiteral("import-postcodes"), QStringLiteral("--data-dir"), folder.path(), csv});
+        const CommandRun result = velmorata({u"import-postcodes"_s, u"--data-dir"_s, folder.path(), csv});
         QCOMPARE(result.exitCode, 1);
-        QVERIFY2(result.err.contains(QStringLiteral("ред 3")), qPrintable(result.err));
+        QVERIFY2(result.err.contains(u"ред 3"_s), qPrintable(result.err));
     }
 
     // Two writers started together on one new folder: every time one practice and one clear
@@ -166,22 +170,21 @@ private slots:
     {
         for (int trial = 0; trial < 4; ++trial) {
             QTemporaryDir dir;
-            const QString folder = dir.filePath(QStringLiteral("practice"));
-            const QStringList arguments{QStringLiteral("demo"), QStringLiteral("--data-dir"), folder,
-                                        QStringLiteral("--patients"), QStringLiteral("100")};
+            const QString folder = dir.filePath(u"practice"_s);
+            const QStringList arguments{u"demo"_s, u"--data-dir"_s, folder, u"--patients"_s, u"100"_s};
             QProcess first, second;
             start(first, arguments);
             start(second, arguments);
-            const Run one = finish(first);
-            const Run two = finish(second);
+            const CommandRun one = finish(first);
+            const CommandRun two = finish(second);
             QCOMPARE(one.exitCode + two.exitCode, 1);
-            const Run &refused = one.exitCode ? one : two;
-            QVERIFY2(refused.err.contains(folder)
-                         && (refused.err.contains(QStringLiteral("вече работи")) || refused.err.contains(QStringLiteral("вече съдържа"))),
+            const CommandRun &refused = one.exitCode ? one : two;
+            QVERIFY2(refused.err.contains(folder) &&
+                         (refused.err.contains(u"вече работи"_s) || refused.err.contains(u"вече съдържа"_s)),
                      qPrintable(refused.err));
-            QCOMPARE(column(folder, QStringLiteral("PRAGMA quick_check")), QStringList{QStringLiteral("ok")});
-            QCOMPARE(column(folder, QStringLiteral("SELECT COUNT(*) FROM Medic")), QStringList{QStringLiteral("2")});
-            QCOMPARE(column(folder, QStringLiteral("SELECT COUNT(*) FROM Pacients")), QStringList{QStringLiteral("100")});
+            QCOMPARE(column(folder, u"PRAGMA quick_check"_s), QStringList{u"ok"_s});
+            QCOMPARE(column(folder, u"SELECT COUNT(*) FROM Medic"_s), QStringList{u"2"_s});
+            QCOMPARE(column(folder, u"SELECT COUNT(*) FROM Pacients"_s), QStringList{u"100"_s});
         }
     }
 
@@ -189,7 +192,7 @@ private slots:
     {
         QTemporaryDir dir;
         QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
-        const Run made = demo(dir.path(), QStringLiteral("1"));
+        const CommandRun made = demo(dir.path(), u"1"_s);
         QCOMPARE(made.exitCode, 0);
         QCOMPARE(made.err.count(u'\n'), 1);
         QVERIFY2(made.err.contains(dir.path()), qPrintable(made.err));
@@ -199,16 +202,116 @@ private slots:
     void anEmptyClinicFileIsNotTakenForANewPractice()
     {
         QTemporaryDir dir;
-        const QString clinic = dir.filePath(QStringLiteral("velmorata.db"));
+        const QString clinic = dir.filePath(u"velmorata.db"_s);
         QFile empty(clinic);
         QVERIFY(empty.open(QIODevice::WriteOnly));
         empty.close();
-        const Run refused = demo(dir.path(), QStringLiteral("1"));
+        const CommandRun refused = demo(dir.path(), u"1"_s);
         QCOMPARE(refused.exitCode, 1);
-        QVERIFY2(refused.err.contains(clinic) && refused.err.contains(QStringLiteral("архив")), qPrintable(refused.err));
+        QVERIFY2(refused.err.contains(clinic) && refused.err.contains(u"архив"_s), qPrintable(refused.err));
         QCOMPARE(QFileInfo(clinic).size(), 0);
     }
+
+    // velmorata doctor add: the code read twice from standard input when that is no terminal;
+    // the same name again would hide the first doctor at sign-in.
+    void doctorAdd()
+    {
+        QTemporaryDir folder;
+        const CommandRun run = addDoctor(folder.path(), Doctor, "секрет1\nсекрет1\n");
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        QCOMPARE(run.out.count(u'\n'), 1);
+        QVERIFY(run.out.contains(u"Мария Петрова"_s));
+        QVERIFY(run.err.isEmpty());
+        QCOMPARE(column(folder.path(), u"SELECT Names || '/' || KodMedic FROM Medic"_s),
+                 QStringList{u"Мария Петрова/2201234567"_s});
+        QVERIFY(accesscodes::matches(column(folder.path(), u"SELECT Password FROM Medic"_s).value(0), u"секрет1"_s));
+        const CommandRun again = addDoctor(folder.path(), Doctor, "друг123\nдруг123\n");
+        QCOMPARE(again.exitCode, 1);
+        QVERIFY(again.err.contains(u"Мария Петрова"_s));
+    }
+
+    void doctorAddRefusesWhatTheFormRefuses_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QString>("message");
+        const QByteArray code("секрет1\nсекрет1\n");
+        QTest::newRow("no name") << Doctor.mid(2) << code << "Моля, попълнете името на стоматолога!";
+        QTest::newRow("no practice") << Doctor.mid(0, 4) << code << "Моля, попълнете кода на практиката на стоматолога!";
+        QTest::newRow("no code") << Doctor << QByteArray() << "Моля, попълнете паролата!";
+        QTest::newRow("five characters") << Doctor << QByteArray("12345\n12345\n")
+                                         << "Минималната дължина на паролата е повече от 6 символа!";
+        QTest::newRow("not repeated alike") << Doctor << QByteArray("секрет1\nсекрет2\n")
+                                            << "Кодът за достъп не е потвърден, опитайте отново!";
+        QTest::newRow("repeated line missing") << Doctor << QByteArray("секрет1\n")
+                                               << "Кодът за достъп не е потвърден, опитайте отново!";
+    }
+    void doctorAddRefusesWhatTheFormRefuses()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QByteArray, input);
+        QFETCH(QString, message);
+        QTemporaryDir folder;
+        const CommandRun run = addDoctor(folder.path(), options, input);
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.err.trimmed(), u"doctor: "_s + message);
+        QVERIFY(run.out.isEmpty());
+    }
+
+    // The read-only forms of `velmorata print`: a page where there is something to print, a
+    // message and no file where the patient, the doctor or the period is wrong.
+    void printFormsPrintOrRefuse_data()
+    {
+        QTest::addColumn<QStringList>("form");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("said");
+        const QString egn = validEgn(QDate(1975, 4, 12));
+        const QStringList year{"--from", "01.01.1975", "--to", "31.12.1975"};
+        QTest::newRow("record") << QStringList{"record", "--egn", egn} << 0 << "Картон на";
+        QTest::newRow("record, unknown EGN") << QStringList{"record", "--egn", "1111111111"} << 1 << "1111111111";
+        QTest::newRow("treatment data") << QStringList{"data", "--egn", egn} << 0 << "Данни за лечение";
+        QTest::newRow("diary") << QStringList{"diary", "--doctor", Printed, "--date", "20.03.2026"} << 0 << "График за";
+        QTest::newRow("diary, no page that day")
+            << QStringList{"diary", "--doctor", Printed, "--date", "21.03.2026"} << 0 << "График за";
+        QTest::newRow("diary, unknown doctor") << QStringList{"diary", "--doctor", "999", "--date", "20.03.2026"} << 1
+                                               << "999";
+        QTest::newRow("diary, not a date") << QStringList{"diary", "--doctor", Printed, "--date", "31.02.2026"} << 1
+                                           << "31.02.2026";
+        QTest::newRow("born") << QStringList{"list", "born"} + year << 0 << "Списък";
+        QTest::newRow("month 13") << QStringList{"list", "born", "--from", "01.13.1975", "--to", "31.12.1975"} << 1
+                                  << "месеца";
+        QTest::newRow("no such list") << QStringList{"list", "died"} + year << 1 << "born, registered or visited";
+    }
+    void printFormsPrintOrRefuse()
+    {
+        QFETCH(QStringList, form);
+        QFETCH(int, exitCode);
+        QFETCH(QString, said);
+        if (!QFile::exists(m_printed.filePath(u"velmorata.db"_s))) {
+            print::installPdfWriter();
+            TestPractice practice;
+            const QString egn = validEgn(QDate(1975, 4, 12));
+            practice.addDoctor(u"Христо Петков"_s, Printed);
+            practice.addPatient(egn, u"Петър О'Нийл \"Пепи\""_s, Printed);
+            practice.addService(egn, QDate(2026, 3, 2), u"101"_s, Printed);
+            store::run(store::clinicDb(), u"INSERT INTO Grafic (KodMedic, Data, Ch3) VALUES (?, '2026-03-20', 'Петър ')"_s,
+                       {Printed});
+            QVERIFY(practice.copyFilesTo(m_printed.path()));
+        }
+        const QString pdf = m_printed.filePath(u"form.pdf"_s);
+        QFile::remove(pdf);
+        PrintCommand command;
+        const CommandRun run = runCommand(
+            command, QStringList{u"print"_s} + form + QStringList{u"--data-dir"_s, m_printed.path(), u"--pdf"_s, pdf});
+        QCOMPARE(run.exitCode, exitCode);
+        QVERIFY2((exitCode == 0 ? run.out : run.err).contains(said), qPrintable(run.out + run.err));
+        QCOMPARE(QFile::exists(pdf), exitCode == 0);
+        QVERIFY(exitCode || QFile(pdf).size() > 1000);
+    }
+
+private:
+    QTemporaryDir m_printed; // one practice for every print
 };
 
-QTEST_GUILESS_MAIN(TestCommandLine)
+QTEST_MAIN(TestCommandLine)
 #include "tst_CommandLine.moc"

@@ -1,15 +1,22 @@
+// The main window, its menu and the screens it opens, and the shared dialogs.
+#include "OpenWindows.h"
 #include "PlainBoxes.h"
 #include "TestPractice.h"
 
 #include "Version.h"
 #include "base/RunState.h"
+#include "base/ui/PrintPreview.h"
 #include "patients/ui/KartonAdd.h"
+#include "patients/ui/KorEGN.h"
+#include "patients/ui/SeekName.h"
 #include "shell/ui/HelpWindow.h"
+#include "shell/ui/SharedDialogs.h"
 #include "shell/ui/TimeDay.h"
 #include "shell/ui/frmMain.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "treatment/ui/DenHelp.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,9 +25,8 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QMenu>
-#include <QMenuBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -28,9 +34,11 @@
 #include <QTimer>
 #include <QToolBar>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString HelpMissing = QStringLiteral("Файла с описанието на програмата липсва!");
+const QString PatientName = u"Мария Иванова Петрова"_s;
 
 QString sourceHelpFolder() { return QFINDTESTDATA("../../help"); }
 
@@ -38,9 +46,11 @@ QString storedSetting(const QString &key)
 {
     return QSettings(QSettings::IniFormat, QSettings::UserScope, QCoreApplication::organizationName(),
                      QCoreApplication::applicationName())
-        .value(QStringLiteral("Settings/") + key)
+        .value(u"Settings/"_s + key)
         .toString();
 }
+
+void trigger(frmMain &window, const QString &item) { window.action(item)->trigger(); }
 
 // Runs `act`, then closes the modal window it opened; returns that window's title.
 QString titleOfModal(const std::function<void()> &act)
@@ -59,11 +69,21 @@ QString titleOfModal(const std::function<void()> &act)
 // A new card with a name typed on it, opened from the window as the menu opens it.
 KartonAdd *cardWithTyping(frmMain &window)
 {
-    window.action(QStringLiteral("mnuPacReg"))->trigger();
+    trigger(window, u"mnuPacReg"_s);
     KartonAdd *card = KartonAdd::openCard();
-    card->findChild<QLineEdit *>(QStringLiteral("Text4"))->setText(QStringLiteral("пеницилин"));
+    card->findChild<QLineEdit *>(u"Text4"_s)->setText(u"пеницилин"_s);
     return card;
 }
+
+// "Изход" answered ДА, run in the event loop: 0 when the run ended, `stayed` when it went on.
+int exitAnsweredYes(frmMain &window, int stayed)
+{
+    QTimer::singleShot(0, &window, [&window] { trigger(window, u"mnuExit"_s); });
+    QTimer::singleShot(stayed == 1 ? 5000 : 300, [stayed] { QCoreApplication::exit(stayed); });
+    return QCoreApplication::exec();
+}
+
+QPushButton *button(QWidget *dialog, const QString &name) { return dialog->findChild<QPushButton *>(name); }
 
 } // namespace
 
@@ -76,54 +96,48 @@ private:
 private slots:
     void initTestCase()
     {
-        QCoreApplication::setOrganizationName(QStringLiteral("Velmorata"));
-        QCoreApplication::setApplicationName(QStringLiteral("Velmorata"));
+        QCoreApplication::setOrganizationName(u"Velmorata"_s);
+        QCoreApplication::setApplicationName(u"Velmorata"_s);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
     }
-
-    void init()
+    void init() { QFile::remove(m_settings.path() + u"/Velmorata/Velmorata.ini"_s); }
+    void cleanup()
     {
-        QFile::remove(m_settings.path() + QStringLiteral("/Velmorata/Velmorata.ini"));
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (widget->isVisible())
+                widget->close();
+        QApplication::processEvents();
     }
 
-    void captionAndMenu()
+    // The caption names the version and the doctor; each key reaches one item only. The doctors'
+    // form and the clean-out stay out of reach; the two view items start checked, and the
+    // buttons' item hides and shows the bar.
+    void captionMenuAndStartStates()
     {
         TestPractice practice;
-        run().CurrentMedicName = QStringLiteral("Иванов");
+        run().CurrentMedicName = u"Иванов"_s;
         frmMain window(sourceHelpFolder());
-        QCOMPARE(window.windowTitle(), QStringLiteral("Велмората %1 - д-р Иванов").arg(QString::fromLatin1(version::Text)));
-        // Each key reaches one item only.
+        window.show();
+        QCOMPARE(window.windowTitle(), u"Велмората %1 - д-р Иванов"_s.arg(QString::fromLatin1(version::Text)));
         QHash<QString, QString> itemOfKey;
         for (QAction *item : window.findChildren<QAction *>()) {
             const QString key = item->shortcut().toString();
-            if (key.isEmpty())
-                continue;
-            QVERIFY2(!itemOfKey.contains(key), qPrintable(key));
-            itemOfKey.insert(key, item->objectName());
+            QVERIFY2(key.isEmpty() || !itemOfKey.contains(key), qPrintable(key));
+            if (!key.isEmpty())
+                itemOfKey.insert(key, item->objectName());
         }
-        QCOMPARE(itemOfKey.value(QStringLiteral("Ctrl+N")), QStringLiteral("mnuPacReg"));
-        QCOMPARE(itemOfKey.value(QStringLiteral("F2")), QStringLiteral("mnuPacDen"));
-    }
-
-    // The doctors' form and the clean-out stay out of reach; the two view items start checked,
-    // and the buttons' item hides and shows the bar.
-    void startStates()
-    {
-        TestPractice practice;
-        frmMain window(sourceHelpFolder());
-        window.show();
-        for (const char *off : {"mnuPacMed", "mnuOtDati", "mnuSlgMed"}) {
-            QVERIFY2(!window.action(QString::fromLatin1(off))->isEnabled(), off);
-            QVERIFY2(window.action(QString::fromLatin1(off))->isVisible(), off);
-        }
-        QVERIFY(!window.action(QStringLiteral("mnuSlgClean"))->isEnabled());
-        QVERIFY(!window.action(QStringLiteral("mnuSlgClean"))->isVisible());
-        for (const char *checked : {"mnuViewButton", "mnuViewTime"})
-            QVERIFY2(window.action(QString::fromLatin1(checked))->isChecked(), checked);
-        auto *bar = window.findChild<QToolBar *>(QStringLiteral("ToolBar"));
+        QCOMPARE(itemOfKey.value(u"Ctrl+N"_s), u"mnuPacReg"_s);
+        QCOMPARE(itemOfKey.value(u"F2"_s), u"mnuPacDen"_s);
+        for (const char *off : {"mnuPacMed", "mnuOtDati", "mnuSlgMed"})
+            QVERIFY2(!window.action(QString::fromLatin1(off))->isEnabled() &&
+                         window.action(QString::fromLatin1(off))->isVisible(),
+                     off);
+        QVERIFY(!window.action(u"mnuSlgClean"_s)->isEnabled() && !window.action(u"mnuSlgClean"_s)->isVisible());
+        QVERIFY(window.action(u"mnuViewButton"_s)->isChecked() && window.action(u"mnuViewTime"_s)->isChecked());
+        auto *bar = window.findChild<QToolBar *>(u"ToolBar"_s);
         for (const bool shown : {false, true}) {
-            window.action(QStringLiteral("mnuViewButton"))->trigger();
-            QCOMPARE(window.action(QStringLiteral("mnuViewButton"))->isChecked(), shown);
+            trigger(window, u"mnuViewButton"_s);
+            QCOMPARE(window.action(u"mnuViewButton"_s)->isChecked(), shown);
             QCOMPARE(bar->isVisible(), shown);
         }
     }
@@ -133,7 +147,7 @@ private slots:
     {
         TestPractice practice;
         frmMain window(sourceHelpFolder());
-        auto *bar = window.findChild<QToolBar *>(QStringLiteral("ToolBar"));
+        auto *bar = window.findChild<QToolBar *>(u"ToolBar"_s);
         int buttons = 0;
         for (QAction *button : bar->actions()) {
             if (button->isSeparator())
@@ -142,7 +156,7 @@ private slots:
             QVERIFY2(!button->icon().pixmap(24, 24).isNull(), qPrintable(button->objectName()));
             QList<std::pair<QAction *, std::shared_ptr<QSignalSpy>>> items;
             for (QAction *item : window.findChildren<QAction *>())
-                if (item->objectName().startsWith(QStringLiteral("mnu"))) {
+                if (item->objectName().startsWith(u"mnu"_s)) {
                     disconnect(item, &QAction::triggered, &window, nullptr); // count the trigger, open no screen
                     item->setEnabled(true); // a screen that lands enables its item
                     items.append({item, std::make_shared<QSignalSpy>(item, &QAction::triggered)});
@@ -161,55 +175,44 @@ private slots:
         QCOMPARE(buttons, 7);
     }
 
-    void clockToggle()
+    // The clock has no timer: it shows the count of its last refresh, which its showing and its
+    // own activation make. The main window recounts every doctor's services of the day when it
+    // is activated. The view item's mark follows the item, not a close of the clock.
+    void clock()
     {
         TestPractice practice;
-        frmMain window(sourceHelpFolder());
-        window.show();
-        QAction *item = window.action(QStringLiteral("mnuViewTime"));
-        auto clockShown = [&window] {
-            auto *clock = window.findChild<TimeDay *>();
-            return clock && clock->isVisible();
-        };
-        QVERIFY(item->isChecked());
-        QVERIFY(!clockShown());
-        item->trigger(); // takes the mark off a clock that was not showing
-        QVERIFY(!item->isChecked());
-        QVERIFY(!clockShown());
-        run().MinutesLeft = 123;
-        item->trigger();
-        QVERIFY(item->isChecked());
-        QVERIFY(clockShown());
-        QCOMPARE(window.findChild<TimeDay *>()->findChild<QLabel *>(QStringLiteral("Label1"))->text(), QStringLiteral("123"));
-
-        window.findChild<TimeDay *>()->close(); // closed by the user: the mark stays
-        QVERIFY(item->isChecked());
-        item->trigger();
-        QVERIFY(!item->isChecked());
-        QVERIFY(!clockShown());
-        item->trigger();
-        QVERIFY(clockShown());
-    }
-
-    // The clock has no timer: a new count shows only when the clock itself is activated again.
-    void clockKeepsItsNumberUntilActivated()
-    {
-        TestPractice practice;
+        run().MinutesLeft = 120;
+        {
+            TimeDay alone;
+            auto *label = alone.findChild<QLabel *>(u"Label1"_s);
+            QCOMPARE(label->text(), u"000"_s);
+            alone.show();
+            QCOMPARE(label->text(), u"120"_s);
+            run().MinutesLeft = -4;
+            QCOMPARE(label->text(), u"120"_s);
+            alone.refresh();
+            QCOMPARE(label->text(), u"-4"_s);
+        }
         frmMain window(sourceHelpFolder());
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        QAction *item = window.action(QStringLiteral("mnuViewTime"));
-        item->trigger();
-        item->trigger();
+        QAction *item = window.action(u"mnuViewTime"_s);
+        auto clockShown = [&window] {
+            auto *clock = window.findChild<TimeDay *>();
+            return clock && clock->isVisible();
+        };
+        QVERIFY(item->isChecked() && !clockShown());
+        trigger(window, u"mnuViewTime"_s); // takes the mark off a clock that was not showing
+        QVERIFY(!item->isChecked() && !clockShown());
+        trigger(window, u"mnuViewTime"_s);
+        QVERIFY(item->isChecked() && clockShown());
         auto *clock = window.findChild<TimeDay *>();
-        QVERIFY(clock && clock->isVisible());
-        auto *label = clock->findChild<QLabel *>(QStringLiteral("Label1"));
-        QCOMPARE(label->text(), QStringLiteral("360"));
+        auto *label = clock->findChild<QLabel *>(u"Label1"_s);
+        QCOMPARE(label->text(), u"360"_s);
 
-        // Every doctor's services of the day count.
-        practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("333"), QStringLiteral("1"));
-        practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("301Б"), QStringLiteral("2"));
+        practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
+        practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"301Б"_s, u"2"_s);
         QWidget elsewhere; // another window takes the activation, and the main window gets it back
         elsewhere.show();
         elsewhere.activateWindow();
@@ -217,9 +220,16 @@ private slots:
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QCOMPARE(int(run().MinutesLeft), 360 - 141 - 26);
-        QCOMPARE(label->text(), QStringLiteral("360"));
+        QCOMPARE(label->text(), u"360"_s);
         clock->activateWindow();
-        QTRY_COMPARE(label->text(), QStringLiteral("193"));
+        QTRY_COMPARE(label->text(), u"193"_s);
+
+        clock->close(); // closed by the user: the mark stays
+        QVERIFY(item->isChecked());
+        trigger(window, u"mnuViewTime"_s);
+        QVERIFY(!item->isChecked() && !clockShown());
+        trigger(window, u"mnuViewTime"_s);
+        QVERIFY(clockShown());
     }
 
     void overflowIsToldOnce()
@@ -227,191 +237,93 @@ private slots:
         TestPractice practice;
         store::Transaction transaction(store::clinicDb());
         for (int i = 0; i < 240; ++i)
-            practice.addService(QStringLiteral("7501010001"), QDate(2026, 3, 15), QStringLiteral("333"), QStringLiteral("1"));
+            practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
         transaction.commit();
         frmMain window(sourceHelpFolder());
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QCOMPARE(practice.dialogs().messages.size(), 1);
-        QVERIFY(practice.dialogs().messages.first().contains(QStringLiteral("Минутите")));
+        QVERIFY(practice.dialogs().messages.first().contains(u"Минутите"_s));
         // Coming back to the window does not repeat the same message.
         QEvent deactivate(QEvent::ActivationChange);
         QApplication::sendEvent(&window, &deactivate);
         QCOMPARE(practice.dialogs().messages.size(), 1);
     }
 
-    // The scratch file goes and the frame is stored, over a damaged settings file too.
+    // The scratch file goes and the frame is stored, over a damaged settings file too; a
+    // minimized window keeps the frame stored before.
     void orderlyClose_data()
     {
         QTest::addColumn<bool>("withScratch");
         QTest::addColumn<QByteArray>("settingsFile");
-        QTest::newRow("scratch file present") << true << QByteArray();
-        QTest::newRow("no scratch file") << false << QByteArray();
-        QTest::newRow("damaged settings file") << true << QByteArray("[Settings\n\0\xff\xfe=MainLeft\n=\n[[[", 28);
+        QTest::addColumn<bool>("minimized");
+        QTest::newRow("scratch file present") << true << QByteArray() << false;
+        QTest::newRow("no scratch file") << false << QByteArray() << false;
+        QTest::newRow("damaged settings file") << true << QByteArray("[Settings\n\0\xff\xfe=MainLeft\n=\n[[[", 28) << false;
+        QTest::newRow("minimized") << true << QByteArray("[Settings]\nMainWidth=777\n") << true;
     }
     void orderlyClose()
     {
         QFETCH(bool, withScratch);
         QFETCH(QByteArray, settingsFile);
+        QFETCH(bool, minimized);
         TestPractice practice;
         if (!settingsFile.isEmpty()) {
-            const QString file = m_settings.path() + QStringLiteral("/Velmorata/Velmorata.ini");
+            const QString file = m_settings.path() + u"/Velmorata/Velmorata.ini"_s;
             QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-            QFile damaged(file);
-            QVERIFY(damaged.open(QIODevice::WriteOnly));
-            damaged.write(settingsFile);
+            QFile settings(file);
+            QVERIFY(settings.open(QIODevice::WriteOnly));
+            settings.write(settingsFile);
         }
         if (withScratch)
-            QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
+            QVERIFY(store::CreateScratchTable(u"TempWork"_s).ok());
         QCOMPARE(QFile::exists(store::paths().scratchDb), withScratch);
         frmMain window(sourceHelpFolder());
         window.show();
         window.setGeometry(60, 70, 800, 600);
+        if (minimized)
+            window.showMinimized();
         QVERIFY(window.close());
         QVERIFY(!QFile::exists(store::paths().scratchDb));
         const QRect frame = window.frameGeometry();
-        QCOMPARE(storedSetting(QStringLiteral("MainLeft")), QString::number(frame.x()));
-        QCOMPARE(storedSetting(QStringLiteral("MainTop")), QString::number(frame.y()));
-        QCOMPARE(storedSetting(QStringLiteral("MainWidth")), QString::number(frame.width()));
-        QCOMPARE(storedSetting(QStringLiteral("MainHeight")), QString::number(frame.height()));
+        QCOMPARE(storedSetting(u"MainLeft"_s), minimized ? QString() : QString::number(frame.x()));
+        QCOMPARE(storedSetting(u"MainTop"_s), minimized ? QString() : QString::number(frame.y()));
+        QCOMPARE(storedSetting(u"MainWidth"_s), minimized ? u"777"_s : QString::number(frame.width()));
+        QCOMPARE(storedSetting(u"MainHeight"_s), minimized ? QString() : QString::number(frame.height()));
         // The sizes were stored, damaged file or not: nobody is told otherwise.
         QVERIFY2(practice.dialogs().messages.isEmpty(), qPrintable(practice.dialogs().messages.join(u'|')));
     }
 
-    void minimizedCloseKeepsGeometry()
+    // "Изход" asks; НЕ keeps the run. ДА closes the open windows through their own close(): one
+    // that keeps its typing stops the exit and the run goes on. Otherwise the run ends at once,
+    // without the orderly close: the scratch file and the settings stay as they were.
+    void exitFromTheMenu()
     {
         TestPractice practice;
-        {
-            QSettings before(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Velmorata"), QStringLiteral("Velmorata"));
-            before.setValue(QStringLiteral("Settings/MainWidth"), QStringLiteral("777"));
-        }
-        QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
-        frmMain window(sourceHelpFolder());
-        window.showMinimized();
-        QVERIFY(window.isMinimized());
-        QVERIFY(window.close());
-        QVERIFY(!QFile::exists(store::paths().scratchDb));
-        QCOMPARE(storedSetting(QStringLiteral("MainWidth")), QStringLiteral("777"));
-        QVERIFY(storedSetting(QStringLiteral("MainLeft")).isEmpty());
-    }
-
-    void exitDialog()
-    {
-        TestPractice practice;
-        QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
-        frmMain window(sourceHelpFolder());
-        window.show();
-        practice.dialogs().exitAnswers = {false};
-        window.action(QStringLiteral("mnuExit"))->trigger();
-        QVERIFY(window.isVisible());
-
-        // "ДА" ends the run at once: no orderly close, so the scratch file and settings stay as they were.
-        practice.dialogs().exitAnswers = {true};
-        QTimer::singleShot(0, &window, [&window] { window.action(QStringLiteral("mnuExit"))->trigger(); });
-        QTimer::singleShot(5000, [] { QCoreApplication::exit(1); });
-        QCOMPARE(QCoreApplication::exec(), 0);
-        QVERIFY(QFile::exists(store::paths().scratchDb));
-        QVERIFY(storedSetting(QStringLiteral("MainLeft")).isEmpty());
-        store::DeleteScratchFile();
-    }
-
-    void helpPages()
-    {
-        TestPractice practice;
-        frmMain window(sourceHelpFolder());
-        // Every help context of the menu has its own page.
-        for (QAction *item : window.findChildren<QAction *>()) {
-            const int context = item->property("helpContext").toInt();
-            if (context > 0)
-                QVERIFY2(HelpWindow::pagePath(sourceHelpFolder(), context).endsWith(QStringLiteral("/%1.html").arg(context)),
-                         qPrintable(item->objectName()));
-        }
-        window.action(QStringLiteral("mnuHelpContents"))->trigger();
-        auto *help = window.findChild<HelpWindow *>();
-        QVERIFY(help && help->isVisible());
-        QVERIFY(help->currentPage().endsWith(QStringLiteral("/index.html")));
-        QVERIFY(practice.dialogs().messages.isEmpty());
-        // A close button of its own.
-        QTest::mouseClick(help->findChild<QPushButton *>(QStringLiteral("cmdClose")), Qt::LeftButton);
-        QVERIFY(!help->isVisible());
-    }
-
-    void helpFolderMissing()
-    {
-        TestPractice practice;
-        QTemporaryDir empty;
-        run().CurrentMedicName = QStringLiteral("Иванов");
-        frmMain window(empty.path() + QStringLiteral("/help"));
-        window.show();
-        const QList<PlainBox> boxes =
-            plainBoxesShownBy([&window] { window.action(QStringLiteral("mnuHelpContents"))->trigger(); });
-        // A plain box under the window's caption, with the information icon; not the "Информация" dialog.
-        QCOMPARE(boxes.size(), 1);
-        QCOMPARE(boxes.first().title, window.windowTitle());
-        QVERIFY(boxes.first().title.endsWith(QStringLiteral(" - д-р Иванов")));
-        QCOMPARE(boxes.first().text, HelpMissing);
-        QCOMPARE(boxes.first().icon, QMessageBox::Information);
-        QVERIFY(practice.dialogs().messages.isEmpty());
-        QVERIFY(!window.findChild<HelpWindow *>());
-    }
-
-    void f1OnAMenuItem()
-    {
-        TestPractice practice;
-        frmMain window(sourceHelpFolder());
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        auto pressF1On = [&window](const char *menuName, const char *itemName) {
-            auto *menu = window.findChild<QMenu *>(QString::fromLatin1(menuName));
-            menu->popup(window.mapToGlobal(QPoint(10, 10)));
-            menu->setActiveAction(window.action(QString::fromLatin1(itemName)));
-            QTest::keyClick(menu, Qt::Key_F1);
-            QVERIFY(!menu->isVisible());
-        };
-        pressF1On("mnuView", "mnuViewTime");
-        auto *help = window.findChild<HelpWindow *>();
-        QVERIFY(help);
-        QVERIFY2(help->currentPage().endsWith(QStringLiteral("/16.html")), qPrintable(help->currentPage()));
-        // An item without a page of its own opens the page of its menu.
-        pressF1On("mnuPac", "mnuExit");
-        QVERIFY2(help->currentPage().endsWith(QStringLiteral("/34.html")), qPrintable(help->currentPage()));
-    }
-
-    void aboutAndChangePasswordOpen()
-    {
-        TestPractice practice;
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1"));
-        frmMain window(sourceHelpFolder());
-        window.show();
-        QCOMPARE(titleOfModal([&] { window.action(QStringLiteral("mnuHelpAbout"))->trigger(); }), QStringLiteral("Програма..."));
-        QCOMPARE(titleOfModal([&] { window.action(QStringLiteral("mnuCahgePass"))->trigger(); }),
-                 QStringLiteral("Смяна на паролата"));
-    }
-
-    // "Изход" closes the open windows through their own close(): one that keeps its typing stops
-    // the exit, and the run goes on.
-    void exitClosesTheOpenWindowsFirst()
-    {
-        TestPractice practice;
+        QVERIFY(store::CreateScratchTable(u"TempWork"_s).ok());
         frmMain window(sourceHelpFolder());
         window.show();
         KartonAdd *card = cardWithTyping(window);
         QVERIFY(card->parentWidget() == &window);
+        practice.dialogs().exitAnswers = {false};
+        trigger(window, u"mnuExit"_s);
+        QVERIFY(window.isVisible());
+        QVERIFY(practice.dialogs().questions.isEmpty());
+
         practice.dialogs().exitAnswers = {true};
         practice.dialogs().answers = {false};
-        QTimer::singleShot(0, &window, [&window] { window.action(QStringLiteral("mnuExit"))->trigger(); });
-        QTimer::singleShot(300, [] { QCoreApplication::exit(7); });
-        QCOMPARE(QCoreApplication::exec(), 7);
+        QCOMPARE(exitAnsweredYes(window, 7), 7);
         QCOMPARE(practice.dialogs().questions.size(), 1);
         QVERIFY(card->isVisible());
 
         practice.dialogs().exitAnswers = {true};
         practice.dialogs().answers = {true};
-        QTimer::singleShot(0, &window, [&window] { window.action(QStringLiteral("mnuExit"))->trigger(); });
-        QTimer::singleShot(5000, [] { QCoreApplication::exit(1); });
-        QCOMPARE(QCoreApplication::exec(), 0);
+        QCOMPARE(exitAnsweredYes(window, 1), 0);
         QVERIFY(!KartonAdd::openCard() || !KartonAdd::openCard()->isVisible());
+        QVERIFY(QFile::exists(store::paths().scratchDb));
+        QVERIFY(storedSetting(u"MainLeft"_s).isEmpty());
+        store::DeleteScratchFile();
     }
 
     void closeBoxAsksTheOpenWindows()
@@ -426,8 +338,231 @@ private slots:
         QVERIFY(window.close());
         QCOMPARE(practice.dialogs().questions.size(), 2);
     }
+
+    // Every help context of the menu has its own page; the contents open in a help window with a
+    // close button of its own, and F1 on a menu item opens its page, or its menu's.
+    void help()
+    {
+        TestPractice practice;
+        frmMain window(sourceHelpFolder());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        for (QAction *item : window.findChildren<QAction *>()) {
+            const int context = item->property("helpContext").toInt();
+            QVERIFY2(context <= 0 ||
+                         HelpWindow::pagePath(sourceHelpFolder(), context).endsWith(u"/%1.html"_s.arg(context)),
+                     qPrintable(item->objectName()));
+        }
+        trigger(window, u"mnuHelpContents"_s);
+        auto *help = window.findChild<HelpWindow *>();
+        QVERIFY(help && help->isVisible());
+        QVERIFY(help->currentPage().endsWith(u"/index.html"_s));
+        QVERIFY(practice.dialogs().messages.isEmpty());
+        QTest::mouseClick(button(help, u"cmdClose"_s), Qt::LeftButton);
+        QVERIFY(!help->isVisible());
+        auto pressF1On = [&window](const char *menuName, const char *itemName) {
+            auto *menu = window.findChild<QMenu *>(QString::fromLatin1(menuName));
+            menu->popup(window.mapToGlobal(QPoint(10, 10)));
+            menu->setActiveAction(window.action(QString::fromLatin1(itemName)));
+            QTest::keyClick(menu, Qt::Key_F1);
+            QVERIFY(!menu->isVisible());
+        };
+        pressF1On("mnuView", "mnuViewTime");
+        QVERIFY2(help->currentPage().endsWith(u"/16.html"_s), qPrintable(help->currentPage()));
+        pressF1On("mnuPac", "mnuExit");
+        QVERIFY2(help->currentPage().endsWith(u"/34.html"_s), qPrintable(help->currentPage()));
+    }
+
+    void helpFolderMissing()
+    {
+        TestPractice practice;
+        QTemporaryDir empty;
+        run().CurrentMedicName = u"Иванов"_s;
+        frmMain window(empty.path() + u"/help"_s);
+        window.show();
+        const QList<PlainBox> boxes = plainBoxesShownBy([&window] { trigger(window, u"mnuHelpContents"_s); });
+        // A plain box under the window's caption, with the information icon; not the "Информация" dialog.
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes.first().title, window.windowTitle());
+        QVERIFY(boxes.first().title.endsWith(u" - д-р Иванов"_s));
+        QCOMPARE(boxes.first().text, u"Файла с описанието на програмата липсва!"_s);
+        QCOMPARE(boxes.first().icon, QMessageBox::Information);
+        QVERIFY(practice.dialogs().messages.isEmpty());
+        QVERIFY(!window.findChild<HelpWindow *>());
+    }
+
+    void aboutAndChangePasswordOpen()
+    {
+        TestPractice practice;
+        practice.addDoctor(u"Иванов"_s, u"1"_s);
+        frmMain window(sourceHelpFolder());
+        window.show();
+        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuHelpAbout"_s); }), u"Програма..."_s);
+        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuCahgePass"_s); }), u"Смяна на паролата"_s);
+    }
+
+    // The menu opens the screens of the daily work, each once, and hands patients from one to
+    // the next: registration to a new card and on to treatment; the treatment search to one
+    // treatment window, closed with it; the correction search to the card, a child window.
+    void dailyWorkScreens()
+    {
+        TestPractice practice;
+        practice.addDoctor(u"Иван Петров"_s, u"2201234567"_s);
+        run().CurrentMedicCode = u"2201234567"_s;
+        const QString egn = validEgn(QDate(1980, 5, 6));
+        practice.addPatient(egn, PatientName, u"2201234567"_s);
+        frmMain window(sourceHelpFolder());
+        window.show();
+        for (const QString item : {"mnuPacReg", "mnuPacReg", "mnuPacKorEGN", "mnuPacKorEGN"})
+            trigger(window, item);
+        QCOMPARE(openWindows<KorEGN>().size(), 1);
+        QCOMPARE(openWindows<KartonAdd>().size(), 1);
+        QCOMPARE(run().CardMode, u"New"_s);
+        emit openWindows<KartonAdd>().first()->openTreatment(egn, PatientName);
+        QCOMPARE(openWindows<DenHelp>().size(), 1);
+        QVERIFY(openWindows<DenHelp>().first()->windowTitle().contains(egn));
+        for (QWidget *other : QApplication::topLevelWidgets())
+            if (other != &window && other->isVisible())
+                other->close();
+        QApplication::processEvents();
+
+        trigger(window, u"mnuPacDen"_s);
+        trigger(window, u"mnuPacDen"_s);
+        QCOMPARE(run().SeekPurpose, 2);
+        QCOMPARE(openWindows<SeekName>().size(), 1);
+        emit openWindows<SeekName>().first()->patientChosen(2, PatientName, egn);
+        QCOMPARE(openWindows<DenHelp>().size(), 1);
+        openWindows<DenHelp>().first()->close();
+        QApplication::processEvents();
+        QVERIFY(openWindows<SeekName>().isEmpty());
+
+        trigger(window, u"mnuPacKor"_s);
+        QCOMPARE(run().SeekPurpose, 1);
+        QCOMPARE(openWindows<SeekName>().size(), 1);
+        QCOMPARE(openWindows<SeekName>().first()->parentWidget(), &window);
+        emit openWindows<SeekName>().first()->patientChosen(1, PatientName, egn);
+        QVERIFY(openWindows<DenHelp>().isEmpty());
+        QCOMPARE(openWindows<KartonAdd>().size(), 1);
+        QCOMPARE(openWindows<KartonAdd>().first()->CardEGN(), egn);
+        QCOMPARE(openWindows<KartonAdd>().first()->parentWidget(), &window);
+    }
+
+    // The inquiry prints the chosen patient's record and keeps the search open for the next one;
+    // the diary print asks for the day and prints the signed-in doctor's page.
+    void inquiryAndDiaryOpenTheirPrints()
+    {
+        TestPractice practice;
+        practice.addDoctor(u"Иван Петров"_s, u"2201234567"_s);
+        run().CurrentMedicCode = u"2201234567"_s;
+        const QString egn = validEgn(QDate(1980, 5, 6));
+        practice.addPatient(egn, PatientName, u"2201234567"_s);
+        frmMain window(sourceHelpFolder());
+        window.show();
+        trigger(window, u"mnuOtPac"_s);
+        QCOMPARE(openWindows<SeekName>().size(), 1);
+        emit openWindows<SeekName>().first()->patientChosen(3, PatientName, egn);
+        QCOMPARE(openWindows<print::PrintPreview>().size(), 1);
+        QCOMPARE(openWindows<SeekName>().size(), 1);
+        openWindows<print::PrintPreview>().first()->close();
+        QApplication::processEvents();
+        practice.dialogs().dates.push_back(DateChoice{true, QDate(2026, 3, 20)});
+        trigger(window, u"mnuOtSpGraf"_s);
+        QVERIFY(practice.dialogs().dates.empty());
+        QCOMPARE(openWindows<print::PrintPreview>().size(), 1);
+        QVERIFY(practice.dialogs().messages.isEmpty());
+    }
+
+    void sharedDialogCaptionsAndButtons_data()
+    {
+        QTest::addColumn<QString>("which");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("ok");
+        QTest::addColumn<QString>("cancel");
+        QTest::newRow("InfDialog") << "inf" << "Информация" << "Затвори" << "";
+        QTest::newRow("QuesDialog") << "ques" << "Въпрос" << "ДА" << "НЕ";
+        QTest::newRow("ExitDialog") << "exit" << "Изход от програмата" << "ДА" << "НЕ";
+        QTest::newRow("ChoiceDialog") << "choice" << "Изберете" << "Избор" << "Отказ";
+        QTest::newRow("ProgDialog") << "prog" << "Обработка" << "Затвори" << "";
+    }
+    void sharedDialogCaptionsAndButtons()
+    {
+        QFETCH(QString, which);
+        QFETCH(QString, cancel);
+        std::unique_ptr<QDialog> dialog;
+        if (which == u"inf")
+            dialog = std::make_unique<InfDialog>(u"Грешна дата в ЕГН: \r   123"_s);
+        else if (which == u"ques")
+            dialog = std::make_unique<QuesDialog>(u"?"_s);
+        else if (which == u"exit")
+            dialog = std::make_unique<ExitDialog>();
+        else if (which == u"choice")
+            dialog = std::make_unique<ChoiceDialog>();
+        else
+            dialog = std::make_unique<ProgDialog>(u"Изчакайте!"_s, 10);
+        QTEST(dialog->windowTitle(), "title");
+        QTEST(button(dialog.get(), u"OKButton"_s)->text(), "ok");
+        QCOMPARE(button(dialog.get(), u"CancelButton"_s) ? button(dialog.get(), u"CancelButton"_s)->text() : QString(),
+                 cancel);
+        if (which == u"inf") // the message's lines break at the carriage return
+            QCOMPARE(dialog->findChild<QLabel *>(u"Label1"_s)->text(), u"Грешна дата в ЕГН: \n   123"_s);
+    }
+
+    void questionAnswers_data()
+    {
+        QTest::addColumn<QString>("pressed");
+        QTest::addColumn<int>("nKod");
+        QTest::newRow("ДА") << "OKButton" << 1;
+        QTest::newRow("НЕ") << "CancelButton" << 0;
+    }
+    void questionAnswers()
+    {
+        QFETCH(QString, pressed);
+        QuesDialog dialog(u"?"_s);
+        QTimer::singleShot(0, &dialog, [&dialog, pressed] { button(&dialog, pressed)->click(); });
+        dialog.exec();
+        QTEST(dialog.nKod(), "nKod");
+    }
+
+    // No date, or a text that is no date, keeps the dialog open with a message; a cancel gives
+    // tomorrow, unchosen.
+    void choiceOfADate()
+    {
+        TestPractice practice(QDate(2026, 3, 15));
+        const QString noDate = u"Няма въведена дата за графика"_s;
+        ChoiceDialog dialog;
+        dialog.show();
+        button(&dialog, u"OKButton"_s)->click();
+        QCOMPARE(practice.dialogs().messages, QStringList{noDate});
+        QVERIFY(dialog.isVisible() && !dialog.lChoice());
+        QTest::keyClicks(dialog.findChild<QLineEdit *>(u"Text1"_s), u"31.02.2026"_s);
+        button(&dialog, u"OKButton"_s)->click();
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(practice.dialogs().messages.size(), 2);
+        dialog.findChild<QLineEdit *>(u"Text1"_s)->setText(u" 02.03.2026 "_s);
+        button(&dialog, u"OKButton"_s)->click();
+        QVERIFY(dialog.lChoice() && !dialog.isVisible());
+        QCOMPARE(dialog.dData(), QDate(2026, 3, 2));
+
+        ChoiceDialog cancelled;
+        cancelled.show();
+        button(&cancelled, u"CancelButton"_s)->click();
+        QVERIFY(!cancelled.lChoice());
+        QCOMPARE(cancelled.dData(), QDate(2026, 3, 16));
+        QCOMPARE(practice.dialogs().messages.size(), 3);
+        QCOMPARE(practice.dialogs().messages.last(), noDate);
+    }
+
+    void progressStopsOnlyWhenAllowed()
+    {
+        ProgDialog dialog(u"Изчакайте!"_s, 3);
+        dialog.show();
+        QVERIFY(!button(&dialog, u"OKButton"_s)->isEnabled());
+        dialog.setValue(2);
+        dialog.allowStop(true);
+        button(&dialog, u"OKButton"_s)->click();
+        QCOMPARE(dialog.nStop(), 1);
+    }
 };
 
 QTEST_MAIN(tst_MainWindow)
 #include "tst_MainWindow.moc"
-

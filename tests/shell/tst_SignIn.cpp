@@ -6,26 +6,34 @@
 #include "admin/Doctors.h"
 #include "base/RunState.h"
 #include "shell/ui/ChangePassword.h"
+#include "shell/ui/Desktop.h"
 #include "shell/ui/Password.h"
+#include "store/DataPaths.h"
 #include "store/Sql.h"
+#include "store/Store.h"
 
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 doctors::SignedInDoctor signedIn() { return {run().CurrentMedicName, run().CurrentMedicCode}; }
 
-const QString WrongCode = QStringLiteral("Проверете кода за достъп.");
-const QString OldCodeWrong = QStringLiteral("Старата парола е сгрешена, опитайте отново!");
-const QString NotConfirmed = QStringLiteral("Новата парола не е потвърдена, опитайте отново!");
-const QString Changed = QStringLiteral("Новата парола е въведена в действие!");
+const QString WrongCode = u"Проверете кода за достъп."_s;
+const QString OldCodeWrong = u"Старата парола е сгрешена, опитайте отново!"_s;
+const QString NotConfirmed = u"Новата парола не е потвърдена, опитайте отново!"_s;
+const QString Changed = u"Новата парола е въведена в действие!"_s;
 
 void chooseName(Password &form, int index)
 {
-    auto *names = form.findChild<QComboBox *>(QStringLiteral("Combo1"));
+    auto *names = form.findChild<QComboBox *>(u"Combo1"_s);
     names->setCurrentIndex(index);
     emit names->activated(index); // what a click on the list's line does
 }
@@ -40,12 +48,122 @@ void click(QWidget &form, const QString &button)
     QTest::mouseClick(form.findChild<QPushButton *>(button), Qt::LeftButton);
 }
 
+// Answers the modal windows of the start-up as a user would: each time a modal window is up,
+// the step for its objectName runs (none: it is closed); the names met are recorded in order.
+class ModalDriver final
+{
+public:
+    using Step = std::function<void(QWidget *)>;
+    explicit ModalDriver(std::map<QString, Step> steps)
+        : m_steps(std::move(steps))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
+        m_timer.start(20);
+    }
+    QStringList met;
+
+private:
+    void poll()
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal || modal == m_last)
+            return;
+        m_last = modal;
+        met << modal->objectName();
+        if (auto step = m_steps.find(modal->objectName()); step != m_steps.end())
+            step->second(modal);
+        else
+            modal->close();
+    }
+    std::map<QString, Step> m_steps;
+    QTimer m_timer;
+    QPointer<QWidget> m_last;
+};
+
+void enterDoctor(QWidget *form)
+{
+    const QStringList typed{"Д-р Мария Петрова", "7501010000", "2200000009", "парола1"};
+    for (int i = 0; i < 4; ++i)
+        typeText(form->findChild<QLineEdit *>(u"txtFields%1"_s.arg(i + 1)), typed[i]);
+    click(*form, u"cmdClose"_s);
+}
+
+void signInFirst(QWidget *form)
+{
+    QCOMPARE(form->findChild<QComboBox *>(u"Combo1"_s)->count(), 1);
+    chooseName(*qobject_cast<Password *>(form), 0);
+    typeCode(*form, u"txtField"_s, u"парола1"_s);
+    click(*form, u"OKButton"_s);
+}
+
 } // namespace
 
 class tst_SignIn final : public QObject
 {
     Q_OBJECT
 private slots:
+    // The first start offers the doctors' form, then the sign-in; a doctor not entered (the
+    // form closed by its close box, twice) ends the run; a stored doctor goes straight to sign-in.
+    void firstRun_data()
+    {
+        QTest::addColumn<bool>("doctorStored");
+        QTest::addColumn<bool>("doctorEntered");
+        QTest::addColumn<QStringList>("met");
+        QTest::newRow("first doctor offered") << false << true << QStringList{"MedicAdd", "Password"};
+        QTest::newRow("no doctor entered") << false << false << QStringList{"MedicAdd", "MedicAdd"};
+        QTest::newRow("a doctor stored") << true << false << QStringList{"Password"};
+    }
+    void firstRun()
+    {
+        QFETCH(bool, doctorStored);
+        QFETCH(bool, doctorEntered);
+        TestPractice practice;
+        if (doctorStored)
+            practice.addDoctor(u"Д-р Мария Петрова"_s, u"2200000009"_s, u"парола1"_s);
+        std::map<QString, ModalDriver::Step> steps{{u"Password"_s, signInFirst}};
+        if (doctorEntered)
+            steps.insert({u"MedicAdd"_s, enterDoctor});
+        ModalDriver driver(steps);
+        QCOMPARE(signInAtStart(), doctorStored || doctorEntered);
+        QTEST(driver.met, "met");
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Medic"_s), doctorStored || doctorEntered ? 1 : 0);
+        if (doctorEntered) {
+            QCOMPARE(run().CurrentMedicName, u"Д-р Мария Петрова"_s);
+            QCOMPARE(run().CurrentMedicCode, u"2200000009"_s);
+        }
+    }
+
+    void emptyClinicFileIsNewOnlyWhenTheUserSaysSo_data()
+    {
+        QTest::addColumn<bool>("answer");
+        QTest::newRow("НЕ: left as it is") << false;
+        QTest::newRow("ДА: a new practice") << true;
+    }
+    void emptyClinicFileIsNewOnlyWhenTheUserSaysSo()
+    {
+        QFETCH(bool, answer);
+        QTemporaryDir folder;
+        const auto paths = store::DataPaths::inFolder(folder.path());
+        QFile empty(paths.clinicDb);
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+        empty.close();
+        ScriptedDialogs answers;
+        answers.answers.push_back(answer);
+        setDialogPort(&answers);
+        const Outcome opened = openDataFolder(paths);
+        setDialogPort(nullptr);
+        QCOMPARE(answers.questions.size(), 1);
+        QVERIFY(answers.questions.first().contains(paths.clinicDb));
+        QCOMPARE(opened.ok(), answer);
+        if (answer) {
+            QCOMPARE(store::scalar(store::clinicDb(), u"SELECT COUNT(*) FROM CenyZK"_s).toInt(), 9);
+            store::closeStore();
+        } else {
+            QVERIFY2(opened.error().contains(paths.clinicDb), qPrintable(opened.error()));
+            QCOMPARE(QFileInfo(paths.clinicDb).size(), 0);
+        }
+    }
+
     void outcomes_data()
     {
         QTest::addColumn<int>("chosen"); // -1: no name chosen
@@ -54,7 +172,7 @@ private slots:
         QTest::addColumn<QString>("button");
         QTest::addColumn<bool>("signedIn");
         QTest::addColumn<QString>("message");
-        const QString ok = QStringLiteral("OKButton");
+        const QString ok = u"OKButton"_s;
         QTest::newRow("name chosen, code right") << 0 << "" << "secret1" << ok << true << "";
         QTest::newRow("blanks around the typed code") << 0 << "" << "  secret1 " << ok << true << "";
         QTest::newRow("name chosen, code wrong") << 0 << "" << "secret2" << ok << false << WrongCode;
@@ -78,18 +196,18 @@ private slots:
         QFETCH(bool, signedIn);
         QFETCH(QString, message);
         TestPractice practice;
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1111111111"), QStringLiteral("secret1"));
-        practice.addDoctor(QStringLiteral("Петров"), QStringLiteral("2222222222"), QString());
-        run().CurrentMedicCode = QStringLiteral("before");
+        practice.addDoctor(u"Иванов"_s, u"1111111111"_s, u"secret1"_s);
+        practice.addDoctor(u"Петров"_s, u"2222222222"_s, QString());
+        run().CurrentMedicCode = u"before"_s;
 
         Password form;
         form.show();
         if (chosen >= 0)
             chooseName(form, chosen);
         if (!typedName.isEmpty())
-            typeText(form.findChild<QComboBox *>(QStringLiteral("Combo1"))->lineEdit(), typedName);
-        typeCode(form, QStringLiteral("txtField"), typed);
-        auto *field = form.findChild<QLineEdit *>(QStringLiteral("txtField"));
+            typeText(form.findChild<QComboBox *>(u"Combo1"_s)->lineEdit(), typedName);
+        typeCode(form, u"txtField"_s, typed);
+        auto *field = form.findChild<QLineEdit *>(u"txtField"_s);
         QCOMPARE(field->displayText(), QString(typed.size(), u'*'));
         if (button.isEmpty())
             QTest::keyClick(field, Qt::Key_Return);
@@ -100,8 +218,8 @@ private slots:
         QCOMPARE(!form.endsRun(), signedIn);
         QCOMPARE(practice.dialogs().messages, message.isEmpty() ? QStringList{} : QStringList{message});
         if (signedIn) {
-            QCOMPARE(run().CurrentMedicCode, QStringLiteral("1111111111"));
-            QCOMPARE(run().CurrentMedicName, QStringLiteral("Иванов"));
+            QCOMPARE(run().CurrentMedicCode, u"1111111111"_s);
+            QCOMPARE(run().CurrentMedicName, u"Иванов"_s);
         }
         if (!message.isEmpty())
             QVERIFY(run().CurrentMedicCode.isEmpty());
@@ -110,31 +228,31 @@ private slots:
     void namesInTableOrderNothingChosen()
     {
         TestPractice practice;
-        practice.addDoctor(QStringLiteral("Яков О'Нийл"), QStringLiteral("1"));
-        practice.addDoctor(QStringLiteral("Анна"), QStringLiteral("2"));
+        practice.addDoctor(u"Яков О'Нийл"_s, u"1"_s);
+        practice.addDoctor(u"Анна"_s, u"2"_s);
         Password form;
-        auto *names = form.findChild<QComboBox *>(QStringLiteral("Combo1"));
+        auto *names = form.findChild<QComboBox *>(u"Combo1"_s);
         QCOMPARE(names->count(), 2);
-        QCOMPARE(names->itemText(0), QStringLiteral("Яков О'Нийл"));
-        QCOMPARE(names->itemText(1), QStringLiteral("Анна"));
+        QCOMPARE(names->itemText(0), u"Яков О'Нийл"_s);
+        QCOMPARE(names->itemText(1), u"Анна"_s);
         QCOMPARE(names->currentIndex(), -1);
     }
 
     void laterOfEqualNamesSignsIn()
     {
         TestPractice practice;
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1111111111"), QStringLiteral("first1"));
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("3333333333"), QStringLiteral("later1"));
-        for (const QString &code : {QStringLiteral("first1"), QStringLiteral("later1")}) {
+        practice.addDoctor(u"Иванов"_s, u"1111111111"_s, u"first1"_s);
+        practice.addDoctor(u"Иванов"_s, u"3333333333"_s, u"later1"_s);
+        for (const QString &code : {u"first1"_s, u"later1"_s}) {
             Password form;
             form.show();
             chooseName(form, 0); // the first line of the list; the later row still wins
-            typeCode(form, QStringLiteral("txtField"), code);
-            click(form, QStringLiteral("OKButton"));
-            const bool later = code == QStringLiteral("later1");
+            typeCode(form, u"txtField"_s, code);
+            click(form, u"OKButton"_s);
+            const bool later = code == u"later1"_s;
             QCOMPARE(form.endsRun(), !later);
             if (later)
-                QCOMPARE(run().CurrentMedicCode, QStringLiteral("3333333333"));
+                QCOMPARE(run().CurrentMedicCode, u"3333333333"_s);
         }
     }
 
@@ -154,77 +272,61 @@ private slots:
         QFETCH(QString, code);
         QFETCH(int, nIDMedic);
         TestPractice practice;
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1111111111"), code);
+        practice.addDoctor(u"Иванов"_s, u"1111111111"_s, code);
         run().nIDMedic = 99;
         Password form;
         form.show();
         chooseName(form, 0);
-        typeCode(form, QStringLiteral("txtField"), code);
-        click(form, QStringLiteral("OKButton"));
+        typeCode(form, u"txtField"_s, code);
+        click(form, u"OKButton"_s);
         QVERIFY(!form.endsRun());
         QCOMPARE(int(run().nIDMedic), nIDMedic);
         QCOMPARE(practice.dialogs().messages.size(), 0);
     }
 
-    void changePasswordMessages()
+    // Each message is a plain box of its own title, never the "Информация" dialog. The form is
+    // only hidden between openings: its code to compare with stays the one it read first, so a
+    // second change in the run needs the old code.
+    void changePassword()
     {
         TestPractice practice;
         // Stored with a blank behind the name, which sign-in trims away.
-        practice.addDoctor(QStringLiteral("Д-р О'Брайън "), QStringLiteral("1"), QStringLiteral("old111"));
-        run().CurrentMedicName = QStringLiteral("Д-р О'Брайън");
-        run().CurrentMedicCode = QStringLiteral("1");
+        practice.addDoctor(u"Д-р О'Брайън "_s, u"1"_s, u"old111"_s);
+        run().CurrentMedicName = u"Д-р О'Брайън"_s;
+        run().CurrentMedicCode = u"1"_s;
         ChangePassword form;
         form.show();
-        QCOMPARE(form.windowTitle(), QStringLiteral("Смяна на паролата"));
-        typeCode(form, QStringLiteral("txtConfurm"), QStringLiteral("12"));
-        QCOMPARE(form.findChild<QLineEdit *>(QStringLiteral("txtConfurm"))->displayText(), QStringLiteral("**"));
+        QCOMPARE(form.windowTitle(), u"Смяна на паролата"_s);
+        typeCode(form, u"txtConfurm"_s, u"12"_s);
+        QCOMPARE(form.findChild<QLineEdit *>(u"txtConfurm"_s)->displayText(), u"**"_s);
         auto attempt = [&](const QString &old, const QString &fresh, const QString &confirm) {
+            if (!form.isVisible())
+                form.show();
             for (const QString name : {"txtPasswordOld", "txtPasswordNew", "txtConfurm"})
                 form.findChild<QLineEdit *>(name)->clear();
-            typeCode(form, QStringLiteral("txtPasswordOld"), old);
-            typeCode(form, QStringLiteral("txtPasswordNew"), fresh);
-            typeCode(form, QStringLiteral("txtConfurm"), confirm);
-            const QList<PlainBox> boxes = plainBoxesShownBy([&] { click(form, QStringLiteral("cmdChange")); });
-            // Each message is a plain box of its own title, never the "Информация" dialog.
-            if (boxes.size() != 1 || boxes.first().title != QStringLiteral("Смяна на кода за достъп")
-                || boxes.first().icon != QMessageBox::NoIcon)
-                return QStringLiteral("not one plain box titled for the change");
+            typeCode(form, u"txtPasswordOld"_s, old);
+            typeCode(form, u"txtPasswordNew"_s, fresh);
+            typeCode(form, u"txtConfurm"_s, confirm);
+            const QList<PlainBox> boxes = plainBoxesShownBy([&] { click(form, u"cmdChange"_s); });
+            if (boxes.size() != 1 || boxes.first().title != u"Смяна на кода за достъп"_s ||
+                boxes.first().icon != QMessageBox::NoIcon)
+                return u"not one plain box titled for the change"_s;
             return boxes.first().text;
         };
-        QCOMPARE(attempt("old112", "new111", "new111"), OldCodeWrong);
-        QCOMPARE(attempt("", "", ""), OldCodeWrong);
-        QCOMPARE(attempt(" old111", "new111", "new112"), NotConfirmed);
+        QCOMPARE(attempt(u"old112"_s, u"new111"_s, u"new111"_s), OldCodeWrong);
+        QCOMPARE(attempt(QString(), QString(), QString()), OldCodeWrong);
+        QCOMPARE(attempt(u" old111"_s, u"new111"_s, u"new112"_s), NotConfirmed);
         QVERIFY(form.isVisible());
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), QStringLiteral("old111")));
-        QCOMPARE(attempt("old111 ", "new111", " new111 "), Changed);
+        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"old111"_s));
+        QCOMPARE(attempt(u"old111 "_s, u"new111"_s, u" new111 "_s), Changed);
         QVERIFY(!form.isVisible());
         QVERIFY(practice.dialogs().messages.isEmpty());
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), QStringLiteral("new111")));
-    }
-
-    // The form is only hidden between openings: its code to compare with stays the one it read
-    // first, so a second change in the run needs the old code.
-    void changePasswordKeepsTheFirstCode()
-    {
-        TestPractice practice;
-        practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1"), QStringLiteral("first1"));
-        run().CurrentMedicName = QStringLiteral("Иванов");
-        run().CurrentMedicCode = QStringLiteral("1");
-        ChangePassword form;
-        auto change = [&](const QString &old, const QString &fresh) {
-            form.show();
-            const bool emptied = form.findChild<QLineEdit *>(QStringLiteral("txtPasswordOld"))->text().isEmpty();
-            typeCode(form, QStringLiteral("txtPasswordOld"), old);
-            typeCode(form, QStringLiteral("txtPasswordNew"), fresh);
-            typeCode(form, QStringLiteral("txtConfurm"), fresh);
-            const QList<PlainBox> boxes = plainBoxesShownBy([&] { click(form, QStringLiteral("cmdChange")); });
-            form.hide();
-            return emptied && boxes.size() == 1 ? boxes.first().text : QString();
-        };
-        QCOMPARE(change(QStringLiteral("first1"), QStringLiteral("second")), Changed);
-        QCOMPARE(change(QStringLiteral("second"), QStringLiteral("third1")), OldCodeWrong);
-        QCOMPARE(change(QStringLiteral("first1"), QStringLiteral("third1")), Changed);
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), QStringLiteral("third1")));
+        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"new111"_s));
+        form.show();
+        QVERIFY(form.findChild<QLineEdit *>(u"txtPasswordOld"_s)->text().isEmpty());
+        QCOMPARE(attempt(u"new111"_s, u"third1"_s, u"third1"_s), OldCodeWrong);
+        QCOMPARE(attempt(u"old111"_s, u"third1"_s, u"third1"_s), Changed);
+        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"third1"_s));
     }
 };
 

@@ -6,6 +6,8 @@
 #include "admin/ui/Grafic.h"
 #include "base/RunState.h"
 #include "store/Sql.h"
+#include "treatment/ChartPicture.h"
+#include "treatment/PatientHeader.h"
 #include "treatment/ui/DenHelp.h"
 #include "treatment/ui/PathWay.h"
 
@@ -13,40 +15,52 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString Name = QStringLiteral("Иван Петров Иванов");
+const QString Name = u"Иван Петров Иванов"_s;
 
 // The patient of the tests, with an address, phones, an allergy and a chart; the doctor D1 signed in.
 QString addPatient(TestPractice &practice, const QDate &born = QDate(1980, 5, 5))
 {
-    run().CurrentMedicCode = QStringLiteral("D1");
+    run().CurrentMedicCode = u"D1"_s;
     const QString egn = validEgn(born);
-    practice.addPatient(egn, Name, QStringLiteral("D1"));
+    practice.addPatient(egn, Name, u"D1"_s);
     store::run(store::clinicDb(),
-               QStringLiteral("UPDATE Pacients SET Tawn='София', UL='ул. Роза 5', BL=' ', ET='3', DTel='', STel='9876543', "
-                              "MTel='0888123456', ZBook='123', Nep='пеницилин' WHERE EGN=?"),
+               u"UPDATE Pacients SET Tawn='София', UL='ул. Роза 5', BL=' ', ET='3', DTel='', STel='9876543', "
+               "MTel='0888123456', ZBook='123', Nep='пеницилин' WHERE EGN=?"_s,
                {egn});
-    store::run(store::clinicDb(), QStringLiteral("UPDATE Dental SET Z1='*', Z24='C', Z2='K', Z25='O', Z30='X' WHERE EGN=?"),
-               {egn});
+    store::run(store::clinicDb(), u"UPDATE Dental SET Z1='*', Z24='C', Z2='K', Z25='O', Z30='X' WHERE EGN=?"_s, {egn});
     return egn;
 }
 
-QTableView *grid(DenHelp *window) { return window->findChild<QTableView *>(QStringLiteral("DBGrid1")); }
+// "KV=Лозенец;UL=ул. Роза 5" -> fields, for the patient's row as for the chart
+template <typename Fields> Fields fieldsOf(const QString &spec)
+{
+    Fields fields;
+    for (const QString &pair : spec.split(u';', Qt::SkipEmptyParts))
+        fields.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
+    return fields;
+}
+
+QTableView *grid(DenHelp *window) { return window->findChild<QTableView *>(u"DBGrid1"_s); }
+QAbstractItemModel *model(DenHelp *window) { return grid(window)->model(); }
 QString labelText(QWidget *window, const QString &name) { return window->findChild<QLabel *>(name)->text(); }
 QPushButton *push(QWidget *window, const QString &name) { return window->findChild<QPushButton *>(name); }
 
 // Types into the cell as a user does: the first key opens the editor, the rest goes into it, then Enter.
-void typeIntoCell(QTableView *view, const QModelIndex &cell, const QString &text)
+void typeIntoCell(DenHelp *window, int row, int column, const QString &text)
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the editor of the last cell
-    view->setCurrentIndex(cell);
+    QTableView *view = grid(window);
+    view->setCurrentIndex(view->model()->index(row, column));
     view->setFocus();
     QTest::keyClick(view, text.at(0).toLatin1());
     auto *editor = view->findChild<QLineEdit *>();
@@ -56,12 +70,7 @@ void typeIntoCell(QTableView *view, const QModelIndex &cell, const QString &text
     QCoreApplication::processEvents();
 }
 
-struct Opened
-{
-    DenHelp *window;
-    QAbstractItemModel *model;
-    int newRow() const { return model->rowCount() - 1; }
-};
+QString cell(DenHelp *window, int row, int column) { return model(window)->index(row, column).data().toString(); }
 
 } // namespace
 
@@ -78,114 +87,190 @@ private slots:
                 delete window;
     }
 
+    void address_data()
+    {
+        QTest::addColumn<QString>("fields");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("town only") << "Tawn=София" << "София";
+        QTest::newRow("every part, in order") << "AP=7;ET=3;VX=А;BL=12;UL=ул. Роза 5;KV=Лозенец;Tawn=София"
+                                              << "София, Лозенец, ул. Роза 5, бл.12, вх.А, ет.3, ап.7";
+        QTest::newRow("blank parts are left out") << "Tawn=София;KV= ;BL=  ;AP=7" << "София, ап.7";
+        QTest::newRow("a part keeps its own blanks") << "Tawn=София;ET= 3 " << "София, ет. 3 ";
+        QTest::newRow("no town: the line starts with the comma") << "UL=ул. Роза 5" << ", ул. Роза 5";
+    }
+    void address()
+    {
+        QFETCH(QString, fields);
+        QTEST(PatientAddress(fieldsOf<PatientFields>(fields)), "line");
+    }
+
+    void telephone_data()
+    {
+        QTest::addColumn<QString>("fields");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("none") << "" << "";
+        QTest::newRow("home with the area code") << "TKod=02;DTel=9876543" << "дом.02/9876543";
+        QTest::newRow("all three: the mobile takes no area code")
+            << "TKod=02;DTel=111;STel=222;MTel=0888" << "дом.02/111, сл.02/222, моб.0888";
+        QTest::newRow("no home number: starts with the comma") << "STel=9876543" << ", сл.9876543";
+        QTest::newRow("mobile only") << "TKod=02;MTel=0888" << ", моб.0888";
+        QTest::newRow("a lone blank still counts") << "DTel= " << "дом. ";
+    }
+    void telephone()
+    {
+        QFETCH(QString, fields);
+        QTEST(PatientTelephone(fieldsOf<PatientFields>(fields)), "line");
+    }
+
+    void firstName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("first");
+        QTest::newRow("three names") << "Иван Петров Иванов" << "Иван ";
+        QTest::newRow("two blanks between") << "Иван  Петров" << "Иван ";
+        QTest::newRow("no blank") << "Иван" << "";
+        QTest::newRow("empty") << "" << "";
+    }
+    void firstName()
+    {
+        QFETCH(QString, name);
+        QTEST(FirstName(name), "first");
+    }
+
+    void chart_data()
+    {
+        QTest::addColumn<QString>("fields");
+        QTest::addColumn<int>("cell"); // 0..15 upper row, 16..31 lower row
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("milk"); // index of the milk number that must show, -1 for none
+        // Z24 is the fourth cell of the upper row (tooth 15); Z40 the fourth of the lower (45).
+        QTest::newRow("permanent tooth alone") << "Z24=C" << 3 << "C" << -1;
+        QTest::newRow("star empties the permanent cell") << "Z1=*;Z24=C" << 3 << "" << 0;
+        QTest::newRow("star with blanks is a star") << "Z1= * ;Z24=C" << 3 << "" << 0;
+        QTest::newRow("milk code takes the cell") << "Z1=K;Z24=C" << 3 << "K" << 0;
+        QTest::newRow("empty milk field leaves the permanent") << "Z1=;Z24=C" << 3 << "C" << -1;
+        QTest::newRow("lower jaw") << "Z11=O;Z40=X" << 19 << "O" << 10;
+        QTest::newRow("last milk field") << "Z20=R;Z49=E" << 28 << "R" << 19;
+    }
+    void chart()
+    {
+        QFETCH(QString, fields);
+        QFETCH(int, cell);
+        const ChartPicture picture = BuildChartPicture(fieldsOf<ChartFields>(fields));
+        QCOMPARE(picture.upper.size(), 16);
+        QCOMPARE(picture.lower.size(), 16);
+        QTEST((cell < 16 ? picture.upper : picture.lower).value(cell % 16), "shown");
+        QCOMPARE(picture.milkShown.size(), 20);
+        QTEST(int(picture.milkShown.indexOf(true)), "milk");
+    }
+
+    void unreadableHeaderSaysSo()
+    {
+        TestPractice practice;
+        QVERIFY(LoadPatientHeader(store::clinicDb(), u"8001010000"_s).ok());
+        store::run(store::clinicDb(), u"ALTER TABLE Pacients RENAME TO PacientsGone"_s);
+        const auto header = LoadPatientHeader(store::clinicDb(), u"8001010000"_s);
+        QVERIFY(!header.ok());
+        QVERIFY(header.error().startsWith(u"Няма избрани имена!\r"_s));
+    }
+
     void headerChartAndSheet()
     {
         TestPractice practice;
         const QString egn = addPatient(practice);
-        practice.addService(egn, QDate(2026, 2, 1), QStringLiteral("301"), QStringLiteral("D1"), QStringLiteral("000004"));
-        DenHelp *window = DenHelp::open(egn, Name + u' ', QStringLiteral("Edit"));
+        practice.addService(egn, QDate(2026, 2, 1), u"301"_s, u"D1"_s, u"000004"_s);
+        DenHelp *window = DenHelp::open(egn, Name + u' ', u"Edit"_s);
         QVERIFY(window);
-        QCOMPARE(window->windowTitle(), QStringLiteral("Картон на ") + Name + QStringLiteral(" с ЕГН ") + egn
-                                            + QStringLiteral("  ЗОК №123"));
-        QCOMPARE(labelText(window, "Label2_2"), QStringLiteral("София, ул. Роза 5, ет.3"));
-        QCOMPARE(labelText(window, "Label2_4"), QStringLiteral(", сл.9876543, моб.0888123456"));
-        QCOMPARE(labelText(window, "Label4_6"), QStringLiteral("пеницилин"));
+        QCOMPARE(window->windowTitle(), u"Картон на "_s + Name + u" с ЕГН "_s + egn + u"  ЗОК №123"_s);
         // Z1 "*": milk 55 shows and the cell of Z24 is emptied; Z2 "K" takes the cell of Z25.
-        QCOMPARE(labelText(window, "Label5_3"), QString());
-        QCOMPARE(labelText(window, "Label5_4"), QStringLiteral("K"));
-        QCOMPARE(labelText(window, "Label5_9"), QStringLiteral("X"));
-        QVERIFY(!window->findChild<QLabel *>("Label1_0")->isHidden());
-        QVERIFY(!window->findChild<QLabel *>("Label1_0")->text().isEmpty());
-        QVERIFY(window->findChild<QLabel *>("Label1_2")->isHidden());
-        QCOMPARE(window->FirstName(), QStringLiteral("Иван "));
-        QCOMPARE(window->SheetNumber(), QStringLiteral("000005"));
-        QVERIFY(!push(window, "cmdUpdate")->isEnabled());
-        QVERIFY(!push(window, "cmdDelete")->isEnabled());
-        QVERIFY(push(window, "cmdPrint")->isEnabled());
-        QVERIFY(push(window, "cmdPrintData")->isEnabled());
-        QVERIFY(push(window, "cmdClose")->isDefault());
+        const QList<std::pair<QString, QString>> labels{
+            {u"Label2_2"_s, u"София, ул. Роза 5, ет.3"_s}, {u"Label2_4"_s, u", сл.9876543, моб.0888123456"_s},
+            {u"Label4_6"_s, u"пеницилин"_s},              {u"Label5_3"_s, QString()},
+            {u"Label5_4"_s, u"K"_s},                      {u"Label5_9"_s, u"X"_s}};
+        for (const auto &[name, text] : labels)
+            QCOMPARE(labelText(window, name), text);
+        QVERIFY(!window->findChild<QLabel *>(u"Label1_0"_s)->isHidden());
+        QVERIFY(!labelText(window, u"Label1_0"_s).isEmpty());
+        QVERIFY(window->findChild<QLabel *>(u"Label1_2"_s)->isHidden());
+        QCOMPARE(window->FirstName(), u"Иван "_s);
+        QCOMPARE(window->SheetNumber(), u"000005"_s);
+        QVERIFY(!push(window, u"cmdUpdate"_s)->isEnabled() && !push(window, u"cmdDelete"_s)->isEnabled());
+        QVERIFY(push(window, u"cmdPrint"_s)->isEnabled() && push(window, u"cmdPrintData"_s)->isEnabled());
+        QVERIFY(push(window, u"cmdClose"_s)->isDefault());
         // "(" on a stored row begins a new one.
-        grid(window)->setCurrentIndex(grid(window)->model()->index(0, 3));
+        grid(window)->setCurrentIndex(model(window)->index(0, 3));
         grid(window)->setFocus();
         QTest::keyClick(grid(window), '(');
-        QVERIFY(push(window, "cmdUpdate")->isEnabled());
-        QVERIFY(!push(window, "cmdClose")->isDefault());
+        QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
+        QVERIFY(!push(window, u"cmdClose"_s)->isDefault());
     }
 
     void shortCodeAndEnterStoreTheRow()
     {
         TestPractice practice;
-        run().CurrentMedicCode = QStringLiteral("D1");
         run().MinutesLeft = 360;
-        const QString egn = addPatient(practice);
-        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("New"));
+        DenHelp *window = DenHelp::open(addPatient(practice), Name, u"New"_s);
         QVERIFY(window);
-        QTableView *view = grid(window);
-        QAbstractItemModel *model = view->model();
-        QCOMPARE(model->rowCount(), 1);
-        QCOMPARE(labelText(window, "Data3"), QStringLiteral("Запис №: 0"));
-        typeIntoCell(view, model->index(0, 5), QStringLiteral("30-2"));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 1);
-        QCOMPARE(model->index(0, 5).data().toString(), QStringLiteral("301"));
-        QCOMPARE(model->index(0, 2).data().toString(), QStringLiteral("Caries media"));
-        QCOMPARE(model->index(0, 1).data().toString(), QStringLiteral("15.03.2026"));
-        QCOMPARE(model->index(0, 7).data().toString(), QStringLiteral("000001"));
-        QCOMPARE(labelText(window, "Label6"), QStringLiteral("Остават: 334 мин."));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE Cena = 21.13 AND Times = 26 AND ListID = '000001'"), 1);
-        QVERIFY(!push(window, "cmdUpdate")->isEnabled());
-        QVERIFY(push(window, "cmdClose")->isDefault());
+        QCOMPARE(model(window)->rowCount(), 1);
+        QCOMPARE(labelText(window, u"Data3"_s), u"Запис №: 0"_s);
+        typeIntoCell(window, 0, 5, u"30-2"_s);
+        QCOMPARE((QStringList{cell(window, 0, 5), cell(window, 0, 2), cell(window, 0, 1), cell(window, 0, 7)}),
+                 (QStringList{"301", "Caries media", "15.03.2026", "000001"}));
+        QCOMPARE(labelText(window, u"Label6"_s), u"Остават: 334 мин."_s);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE Cena = 21.13 AND Times = 26 AND ListID = '000001'"_s), 1);
+        QVERIFY(!push(window, u"cmdUpdate"_s)->isEnabled());
+        QVERIFY(push(window, u"cmdClose"_s)->isDefault());
 
         // Enter again on the stored row changes nothing.
-        view->setCurrentIndex(model->index(0, 5));
-        QTest::keyClick(view, Qt::Key_Return);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE Help = 'Caries media'"), 1);
+        grid(window)->setCurrentIndex(model(window)->index(0, 5));
+        QTest::keyClick(grid(window), Qt::Key_Return);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE Help = 'Caries media'"_s), 1);
         QVERIFY(practice.dialogs().messages.isEmpty());
 
         // A begun row whose date was cleared is refused with a message, and nothing is written.
-        const int fresh = model->rowCount() - 1;
-        model->setData(model->index(fresh, 1), QString());
-        QVERIFY(push(window, "cmdUpdate")->isEnabled());
-        QVERIFY(!push(window, "cmdClose")->isDefault());
-        typeIntoCell(view, model->index(fresh, 5), QStringLiteral("58"));
+        const int fresh = model(window)->rowCount() - 1;
+        model(window)->setData(model(window)->index(fresh, 1), QString());
+        QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
+        QVERIFY(!push(window, u"cmdClose"_s)->isDefault());
+        typeIntoCell(window, fresh, 5, u"58"_s);
         QCOMPARE(practice.dialogs().messages.size(), 1);
-        QVERIFY(practice.dialogs().messages.first().contains(QStringLiteral("дата")));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 1);
+        QVERIFY(practice.dialogs().messages.first().contains(u"дата"_s));
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 1);
 
         // "Изтрий" removes the line at once.
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(model->index(0, 2)).center());
-        QVERIFY(push(window, "cmdDelete")->isEnabled());
-        QTest::mouseClick(push(window, "cmdDelete"), Qt::LeftButton);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
+        QTableView *view = grid(window);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(model(window)->index(0, 2)).center());
+        QVERIFY(push(window, u"cmdDelete"_s)->isEnabled());
+        QTest::mouseClick(push(window, u"cmdDelete"_s), Qt::LeftButton);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
     }
 
     void correctionAfterPopravi()
     {
         TestPractice practice;
         const QString egn = addPatient(practice);
-        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("508"), QStringLiteral("D2"), QStringLiteral("000009"));
-        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
-        QTableView *view = grid(window);
-        QAbstractItemModel *model = view->model();
+        practice.addService(egn, QDate(2026, 3, 1), u"508"_s, u"D2"_s, u"000009"_s);
+        DenHelp *window = DenHelp::open(egn, Name, u"Edit"_s);
         // Typing over a stored row's tooth cell with a short code, then Enter, rewrites the line.
-        typeIntoCell(view, model->index(0, 3), QStringLiteral("30"));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE KodZab = '301' AND KodHelp = '508' AND KodMedic = 'D1' "
-                                "AND ListID = '000001' AND Help = 'Caries profunda'"),
+        typeIntoCell(window, 0, 3, u"30"_s);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE KodZab = '301' AND KodHelp = '508' AND KodMedic = 'D1' "
+                                "AND ListID = '000001' AND Help = 'Caries profunda'"_s),
                  1);
         // "Поправи" then "Запиши" standing on 508, a fund code and no short code: the fund would not
         // pay the line, so the save asks. НЕ leaves the row as it is; ДА stores it with no texts and 0.
-        view->setCurrentIndex(model->index(0, 5));
-        QTest::mouseClick(push(window, "cmdEdit"), Qt::LeftButton);
-        QVERIFY(push(window, "cmdUpdate")->isEnabled());
+        grid(window)->setCurrentIndex(model(window)->index(0, 5));
+        QTest::mouseClick(push(window, u"cmdEdit"_s), Qt::LeftButton);
+        QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
+        const QString unpaid = u"SELECT COUNT(*) FROM Help WHERE Help IS NULL AND Cena = 0"_s;
         practice.dialogs().answers = {false};
-        QTest::mouseClick(push(window, "cmdUpdate"), Qt::LeftButton);
+        QTest::mouseClick(push(window, u"cmdUpdate"_s), Qt::LeftButton);
         QCOMPARE(practice.dialogs().questions.size(), 1);
-        QVERIFY(practice.dialogs().questions.first().contains(QStringLiteral("\"508\" е код на РЗОК")));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE Help IS NULL AND Cena = 0"), 0);
-        QVERIFY(push(window, "cmdUpdate")->isEnabled());
+        QVERIFY(practice.dialogs().questions.first().contains(u"\"508\" е код на РЗОК"_s));
+        QCOMPARE(practice.count(unpaid), 0);
+        QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
         practice.dialogs().answers = {true};
-        QTest::mouseClick(push(window, "cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE Help IS NULL AND Cena = 0"), 1);
-        window->close();
+        QTest::mouseClick(push(window, u"cmdUpdate"_s), Qt::LeftButton);
+        QCOMPARE(practice.count(unpaid), 1);
     }
 
     // Enter in the date cell after correcting the date: the code typed before stays unexpanded,
@@ -193,16 +278,14 @@ private slots:
     void unexpandedCodeAsks()
     {
         TestPractice practice;
-        DenHelp *window = DenHelp::open(addPatient(practice), Name, QStringLiteral("Edit"));
-        QTableView *view = grid(window);
-        QAbstractItemModel *model = view->model();
-        model->setData(model->index(0, 5), QStringLiteral("1"));
-        typeIntoCell(view, model->index(0, 1), QStringLiteral("14.03.2026"));
+        DenHelp *window = DenHelp::open(addPatient(practice), Name, u"Edit"_s);
+        model(window)->setData(model(window)->index(0, 5), u"1"_s);
+        typeIntoCell(window, 0, 1, u"14.03.2026"_s);
         QCOMPARE(practice.dialogs().questions.size(), 1);
-        QVERIFY2(practice.dialogs().questions.first().contains(QStringLiteral("не е разгърнат")),
+        QVERIFY2(practice.dialogs().questions.first().contains(u"не е разгърнат"_s),
                  qPrintable(practice.dialogs().questions.first()));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
-        QCOMPARE(model->index(0, 5).data().toString(), QStringLiteral("1"));
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
+        QCOMPARE(cell(window, 0, 5), u"1"_s);
     }
 
     // "Преглед..." opens the diary modally with the link set: a click on a slot, answered yes,
@@ -210,8 +293,7 @@ private slots:
     void bookingFromTheTreatmentWindow()
     {
         TestPractice practice;
-        const QString egn = addPatient(practice);
-        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        DenHelp *window = DenHelp::open(addPatient(practice), Name, u"Edit"_s);
         practice.dialogs().answers.push_back(true);
         QString shownLink;
         QTimer::singleShot(0, window, [&shownLink] {
@@ -219,19 +301,17 @@ private slots:
             if (!diary)
                 return;
             shownLink = scheduleLink().ScheduleLink;
-            QTest::mouseClick(diary->findChild<QPushButton *>(QStringLiteral("cmdAdd")), Qt::LeftButton);
-            QTest::mouseClick(diary->findChild<QLineEdit *>(QStringLiteral("Text1_3")), Qt::LeftButton);
+            QTest::mouseClick(diary->findChild<QPushButton *>(u"cmdAdd"_s), Qt::LeftButton);
+            QTest::mouseClick(diary->findChild<QLineEdit *>(u"Text1_3"_s), Qt::LeftButton);
             diary->accept();
         });
-        QTest::mouseClick(push(window, "cmdGrafic"), Qt::LeftButton);
-        QCOMPARE(shownLink, QStringLiteral("1"));
-        QCOMPARE(window->ScheduleLink(), QStringLiteral("1"));
-        QCOMPARE(practice.dialogs().questions,
-                 QStringList{QStringLiteral("Желаете ли да запиша този час за посещение от Иван ?")});
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Grafic WHERE KodMedic = 'D1' AND Data = '2026-03-15' "
-                                "AND Ch3 = 'Иван '"),
+        QTest::mouseClick(push(window, u"cmdGrafic"_s), Qt::LeftButton);
+        QCOMPARE(shownLink, u"1"_s);
+        QCOMPARE(window->ScheduleLink(), u"1"_s);
+        QCOMPARE(practice.dialogs().questions, QStringList{u"Желаете ли да запиша този час за посещение от Иван ?"_s});
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Grafic WHERE KodMedic = 'D1' AND Data = '2026-03-15' "
+                                "AND Ch3 = 'Иван '"_s),
                  1);
-        window->close();
     }
 
     // A number with no birth date still gets the lines whose price does not depend on age; the
@@ -239,29 +319,29 @@ private slots:
     void patientWithoutBirthDate()
     {
         TestPractice practice;
-        run().CurrentMedicCode = QStringLiteral("D1");
-        const QString egn = QStringLiteral("8000001234"); // month 00: no birth date
-        store::run(store::clinicDb(), QStringLiteral("INSERT INTO Pacients (EGN, Names) VALUES (?, ?)"), {egn, Name});
-        DenHelp *window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
+        run().CurrentMedicCode = u"D1"_s;
+        const QString egn = u"8000001234"_s; // month 00: no birth date
+        store::run(store::clinicDb(), u"INSERT INTO Pacients (EGN, Names) VALUES (?, ?)"_s, {egn, Name});
+        DenHelp *window = DenHelp::open(egn, Name, u"Edit"_s);
         QVERIFY(window); // no Dental row: the chart stays empty, quietly
-        QCOMPARE(labelText(window, "Label5_0"), QString());
+        QCOMPARE(labelText(window, u"Label5_0"_s), QString());
         QVERIFY(practice.dialogs().messages.isEmpty());
-        typeIntoCell(grid(window), grid(window)->model()->index(0, 5), QStringLiteral("30-2"));
+        typeIntoCell(window, 0, 5, u"30-2"_s);
         QCOMPARE(practice.dialogs().messages.size(), 1);
-        QVERIFY(practice.dialogs().messages.first().contains(QStringLiteral("Корекция ЕГН")));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
-        typeIntoCell(grid(window), grid(window)->model()->index(0, 5), QStringLiteral("1"));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE KodHelp = '101' AND Cena = 6.44"), 1);
+        QVERIFY(practice.dialogs().messages.first().contains(u"Корекция ЕГН"_s));
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
+        typeIntoCell(window, 0, 5, u"1"_s);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE KodHelp = '101' AND Cena = 6.44"_s), 1);
     }
 
     void chartThatCannotBeReadIsSaidSo()
     {
         TestPractice practice;
         const QString egn = addPatient(practice);
-        store::run(store::clinicDb(), QStringLiteral("ALTER TABLE Dental RENAME TO DentalAway"));
-        QVERIFY(DenHelp::open(egn, Name, QStringLiteral("Edit")));
+        store::run(store::clinicDb(), u"ALTER TABLE Dental RENAME TO DentalAway"_s);
+        QVERIFY(DenHelp::open(egn, Name, u"Edit"_s));
         QCOMPARE(practice.dialogs().messages.size(), 1);
-        QVERIFY(practice.dialogs().messages.first().startsWith(QStringLiteral("Зъбният статус на пациента")));
+        QVERIFY(practice.dialogs().messages.first().startsWith(u"Зъбният статус на пациента"_s));
     }
 
     // Escape over a typed row asks and never stores: НЕ keeps the row, ДА drops it; the window
@@ -271,39 +351,35 @@ private slots:
     {
         TestPractice practice;
         const QString egn = addPatient(practice);
-        QPointer<DenHelp> window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
-        QTableView *view = grid(window);
-        QAbstractItemModel *model = view->model();
-        model->setData(model->index(0, 5), QStringLiteral("30"));
+        QPointer<DenHelp> window = DenHelp::open(egn, Name, u"Edit"_s);
+        model(window)->setData(model(window)->index(0, 5), u"30"_s);
         practice.dialogs().answers = {false};
-        QTest::keyClick(view, Qt::Key_Escape);
+        QTest::keyClick(grid(window), Qt::Key_Escape);
         QCOMPARE(practice.dialogs().questions,
-                 QStringList{QStringLiteral("Има незаписан ред на услуга.\rДа се откажа ли от въведеното?")});
-        QCOMPARE(model->index(0, 5).data().toString(), QStringLiteral("30"));
+                 QStringList{u"Има незаписан ред на услуга.\rДа се откажа ли от въведеното?"_s});
+        QCOMPARE(cell(window, 0, 5), u"30"_s);
         practice.dialogs().answers = {true};
-        QTest::keyClick(view, Qt::Key_Escape);
+        QTest::keyClick(grid(window), Qt::Key_Escape);
         QVERIFY(window && window->isVisible());
-        QCOMPARE(model->index(0, 5).data().toString(), QString());
-        QVERIFY(!push(window, "cmdUpdate")->isEnabled());
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help"), 0);
+        QCOMPARE(cell(window, 0, 5), QString());
+        QVERIFY(!push(window, u"cmdUpdate"_s)->isEnabled());
         QVERIFY(window->close()); // nothing typed: no question
         QCOMPARE(practice.dialogs().questions.size(), 2);
 
-        window = DenHelp::open(egn, Name, QStringLiteral("Edit"));
-        model = grid(window)->model();
-        model->setData(model->index(0, 3), QStringLiteral("36"));
-        QTest::mouseClick(push(window, "cmdParh"), Qt::LeftButton);
-        auto *path = window->findChild<PathWay *>()->findChild<QTableView *>(QStringLiteral("grdPath"));
-        path->model()->setData(path->model()->index(0, 1), QStringLiteral("12"));
+        window = DenHelp::open(egn, Name, u"Edit"_s);
+        model(window)->setData(model(window)->index(0, 3), u"36"_s);
+        QTest::mouseClick(push(window, u"cmdParh"_s), Qt::LeftButton);
+        auto *path = window->findChild<PathWay *>()->findChild<QTableView *>(u"grdPath"_s);
+        path->model()->setData(path->model()->index(0, 1), u"12"_s);
         practice.dialogs().questions.clear();
         practice.dialogs().answers = {false, true};
         QVERIFY(!window->close());
         QVERIFY(window->isVisible());
         QCOMPARE(practice.dialogs().questions.first(),
-                 QStringLiteral("Има незаписан ред на услуга.\rИма незаписано направление.\rДа се откажа ли от въведеното?"));
+                 u"Има незаписан ред на услуга.\rИма незаписано направление.\rДа се откажа ли от въведеното?"_s);
         QVERIFY(window->close());
         QCOMPARE(practice.dialogs().questions.size(), 2); // the referrals window, closed with it, asks no more
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help") + practice.count("SELECT COUNT(*) FROM Path"), 0);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s) + practice.count(u"SELECT COUNT(*) FROM Path"_s), 0);
     }
 
     // One window: the same patient again brings it forward; another patient is loaded into it,
@@ -313,25 +389,23 @@ private slots:
         TestPractice practice;
         const QString first = addPatient(practice);
         const QString second = validEgn(QDate(1991, 7, 7), false);
-        practice.addPatient(second, QStringLiteral("Мария Петрова"), QStringLiteral("D1"));
-        DenHelp *window = DenHelp::open(first, Name, QStringLiteral("Edit"));
-        typeIntoCell(grid(window), grid(window)->model()->index(0, 5), QStringLiteral("30"));
-        QCOMPARE(DenHelp::open(first, Name, QStringLiteral("Edit")), window);
-        QCOMPARE(window->SheetNumber(), QStringLiteral("000001"));
-
-        QAbstractItemModel *model = grid(window)->model();
-        model->setData(model->index(1, 3), QStringLiteral("11"));
+        practice.addPatient(second, u"Мария Петрова"_s, u"D1"_s);
+        DenHelp *window = DenHelp::open(first, Name, u"Edit"_s);
+        typeIntoCell(window, 0, 5, u"30"_s);
+        QCOMPARE(DenHelp::open(first, Name, u"Edit"_s), window);
+        QCOMPARE(window->SheetNumber(), u"000001"_s);
+        model(window)->setData(model(window)->index(1, 3), u"11"_s);
         practice.dialogs().answers = {false};
-        QCOMPARE(DenHelp::open(second, QStringLiteral("Мария Петрова"), QStringLiteral("Edit")), window);
+        QCOMPARE(DenHelp::open(second, u"Мария Петрова"_s, u"Edit"_s), window);
         QCOMPARE(window->CurrentEGN(), first); // refused: the typing stays
-        QCOMPARE(model->index(1, 3).data().toString(), QStringLiteral("11"));
+        QCOMPARE(cell(window, 1, 3), u"11"_s);
         practice.dialogs().answers = {true};
-        QCOMPARE(DenHelp::open(second, QStringLiteral("Мария Петрова"), QStringLiteral("New")), window);
+        QCOMPARE(DenHelp::open(second, u"Мария Петрова"_s, u"New"_s), window);
         QCOMPARE(window->CurrentEGN(), second);
-        QCOMPARE(window->OpenMode(), QStringLiteral("New"));
-        QCOMPARE(window->SheetNumber(), QStringLiteral("000002"));
-        typeIntoCell(grid(window), grid(window)->model()->index(0, 5), QStringLiteral("1"));
-        QCOMPARE(practice.count("SELECT COUNT(DISTINCT ListID) FROM Help"), 2);
+        QCOMPARE(window->OpenMode(), u"New"_s);
+        QCOMPARE(window->SheetNumber(), u"000002"_s);
+        typeIntoCell(window, 0, 5, u"1"_s);
+        QCOMPARE(practice.count(u"SELECT COUNT(DISTINCT ListID) FROM Help"_s), 2);
         QCOMPARE(practice.dialogs().questions.size(), 2);
     }
 
@@ -340,15 +414,13 @@ private slots:
     void numberDecidedAtTheFirstSave()
     {
         TestPractice practice;
-        DenHelp *window = DenHelp::open(addPatient(practice), Name, QStringLiteral("Edit"));
-        QCOMPARE(window->SheetNumber(), QStringLiteral("000001"));
-        practice.addService(validEgn(QDate(1970, 1, 1)), QDate(2026, 3, 15), QStringLiteral("101"), QStringLiteral("D1"),
-                            QStringLiteral("000001"));
-        QTableView *view = grid(window);
-        typeIntoCell(view, view->model()->index(0, 5), QStringLiteral("30"));
-        typeIntoCell(view, view->model()->index(1, 5), QStringLiteral("1"));
-        QCOMPARE(window->SheetNumber(), QStringLiteral("000002"));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE ListID = '000002'"), 2);
+        DenHelp *window = DenHelp::open(addPatient(practice), Name, u"Edit"_s);
+        QCOMPARE(window->SheetNumber(), u"000001"_s);
+        practice.addService(validEgn(QDate(1970, 1, 1)), QDate(2026, 3, 15), u"101"_s, u"D1"_s, u"000001"_s);
+        typeIntoCell(window, 0, 5, u"30"_s);
+        typeIntoCell(window, 1, 5, u"1"_s);
+        QCOMPARE(window->SheetNumber(), u"000002"_s);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE ListID = '000002'"_s), 2);
     }
 
     void noSheetNumberLeftKeepsTheWindowShut_data()
@@ -362,10 +434,10 @@ private slots:
         QFETCH(QString, stored);
         TestPractice practice;
         const QString egn = addPatient(practice);
-        practice.addService(egn, QDate(2026, 1, 5), QStringLiteral("301"), QStringLiteral("D1"), stored);
-        QVERIFY(!DenHelp::open(egn, Name, QStringLiteral("Edit")));
+        practice.addService(egn, QDate(2026, 1, 5), u"301"_s, u"D1"_s, stored);
+        QVERIFY(!DenHelp::open(egn, Name, u"Edit"_s));
         QCOMPARE(practice.dialogs().messages.size(), 1);
-        QVERIFY(practice.dialogs().messages.first().contains(QStringLiteral("032767")));
+        QVERIFY(practice.dialogs().messages.first().contains(u"032767"_s));
     }
 };
 

@@ -1,20 +1,23 @@
-// The save of a service line: price by age, the day's minutes, the cell the code stands in,
-// and the rows that must not be written.
+// The save of a service line: the short-code table, price by age, the day's minutes, the cell
+// the code stands in, the sheet number per doctor and year, and the rows that must not be written.
+#include "Rows.h"
 #include "TestPractice.h"
 
 #include "base/RunState.h"
-#include "store/Sql.h"
 #include "treatment/ServiceEntry.h"
+#include "treatment/SheetNumbers.h"
 
-#include <QSqlQuery>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 const QDate Today(2026, 3, 15);
-const QString Doctor = QStringLiteral("D1");
+const QString Doctor = u"D1"_s;
+const QString Adult = validEgn(QDate(1980, 5, 5));
 
-ServiceLine typedLine(const QString &code, const QString &date = QStringLiteral("15.03.2026"))
+ServiceLine typedLine(const QString &code, const QString &date = u"15.03.2026"_s)
 {
     ServiceLine line;
     line.Data = date;
@@ -22,68 +25,158 @@ ServiceLine typedLine(const QString &code, const QString &date = QStringLiteral(
     return line;
 }
 
-Result<SavedService> save(const QString &egn, const ServiceLine &line, int column = 5,
-                          const QString &sheet = QStringLiteral("000007"))
+Result<SavedService> save(const QString &egn, const ServiceLine &line, int column = KodHelpColumn,
+                          const QString &sheet = u"000007"_s)
 {
     return SaveServiceLine(store::clinicDb(), {egn, Doctor, sheet, Today}, line, column);
 }
 
-QVariantList storedRow(qint64 id)
+// The stored line as "KodMedic|ListID|ZK|Cena|Times|KodHelp|KodZab|Help|TextHelp|Data"; an
+// empty text may be stored as Null.
+QString storedRow(qint64 id)
 {
-    QSqlQuery row = store::run(store::clinicDb(),
-                               QStringLiteral("SELECT EGN, KodMedic, ListID, ZK, Cena, Times, KodHelp, KodZab, Help, Data "
-                                              "FROM Help WHERE ID = ?"),
-                               {id});
-    QVariantList values;
-    if (row.next())
-        for (int i = 0; i < 10; ++i)
-            values << row.value(i);
-    return values;
+    QStringList cells = rowsOf(store::clinicDb(),
+                               u"SELECT KodMedic, ListID, ZK, Cena, Times, KodHelp, KodZab, Help, TextHelp, Data "
+                               "FROM Help WHERE ID = ?"_s,
+                               {id})
+                            .value(0)
+                            .split(u'|');
+    std::replace(cells.begin(), cells.end(), u"NULL"_s, QString());
+    return cells.join(u'|');
 }
 
+struct Line
+{
+    QString doctor;
+    QDate date;
+    QString listId;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(QList<Line>)
 
 class TestServiceEntry final : public QObject
 {
     Q_OBJECT
 private slots:
-    void priceByAgeOnTheDayOfTheSave_data()
+    // The whole short-code table, saved for an adult and a child: what reaches the store.
+    void shortCodes_data()
     {
-        QTest::addColumn<QDate>("born");
-        QTest::addColumn<QString>("serviceDate");
-        QTest::addColumn<double>("price");
-        // 301: CenaNad 21.13 past the 18th birthday, CenaDo 25.13 up to it (the boundary: tst_FundPrice).
-        QTest::newRow("adult, old service date: today's age counts") << QDate(2000, 1, 1) << "01.01.2010" << 21.13;
-        QTest::newRow("child, later service date: today's age counts") << QDate(2008, 3, 15) << "20.03.2026" << 25.13;
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("KodHelp");
+        QTest::addColumn<QString>("fundKey");
+        QTest::addColumn<QString>("TextHelp");
+        QTest::addColumn<QString>("Help");
+        // Letter for letter, with "Обт.амлгама" against "Обт.амалгама" and the Latin M of 332's
+        // "Mед.лечение" against the Cyrillic one of 333: later work compares these texts.
+        const QList<QStringList> rows{
+            {"1", "101", "101", "", "Преглед"},
+            {"1-3", "103", "101", "", "Преглед"},
+            {"30", "301", "301", "Обт.амлгама", "Caries profunda"},
+            {"31", "301", "301", "Обт.хим.композ.", "Caries profunda"},
+            {"30-2", "301", "301", "Обт.амлгама", "Caries media"},
+            {"31-2", "301", "301", "Обт.хим.композ.", "Caries media"},
+            {"30-3", "301", "301", "Обт.амлгама", "Caries secunda"},
+            {"31-3", "301", "301", "Обт.хим.композ.", "Caries secunda"},
+            {"30-4", "301", "301", "Обт.амлгама", "Caries superf."},
+            {"31-4", "301", "301", "Обт.хим.композ.", "Caries superf."},
+            {"32", "332", "332", "M\u0435д.лечение", "Pulpitis chr.ulcerosa"},
+            {"33", "333", "333", "Мед.лечение", "Pulpitis chr.ulcerosa"},
+            {"32-1", "332", "332", "M\u0435д.лечение", "Gangr.complicata"},
+            {"33-1", "301", "301", "Обт.хим.композ.", "Gangr.complicata"},
+            {"58-1", "508", "508", "Екстракция", "DL-Luxacio"},
+            {"58-2", "508", "508", "Екстракция", "Radis relicva"},
+            {"58", "508", "508", "Екстракция", "R.gangr."},
+            {"59", "509", "509", "Екстракция", "R.gangr."},
+            {"59-1", "509", "509", "Екстракция", "Periodontitis chr.execerbata"},
+            {"31-1", "301", "301", "Обт.хим.композ.", "Pulpitis chr.ulcerosa"},
+            {"30-1", "301", "301", "Обт.амалгама", "Pulpitis chr.ulcerosa"},
+            {"59-2", "509", "509", "Екстракция", "Causa protetica"},
+            {"59-3", "509", "509", "Екстракция", "Causa ortodontica"},
+            {"59-4", "509", "509", "Екстракция", "Parodontosis dentitis"},
+            // Blanks around a code are trimmed away; anything else is no short code.
+            {" 30-2 ", "301", "301", "Обт.амлгама", "Caries media"},
+            {"301", "301", "", "", ""},
+            {"30 -2", "30 -2", "", "", ""},
+            {"   ", "", "", "", ""},
+            {"30-5", "30-5", "", "", ""},
+        };
+        for (const QStringList &row : rows)
+            QTest::newRow(qPrintable(u'[' + row[0] + u']')) << row[0] << row[1] << row[2] << row[3] << row[4];
     }
-    void priceByAgeOnTheDayOfTheSave()
+    void shortCodes()
     {
-        QFETCH(QDate, born);
-        QFETCH(QString, serviceDate);
-        QFETCH(double, price);
+        QFETCH(QString, typed);
+        QFETCH(QString, KodHelp);
+        QFETCH(QString, fundKey);
+        QFETCH(QString, TextHelp);
+        QFETCH(QString, Help);
         TestPractice practice(Today);
-        const auto saved = save(validEgn(born), typedLine(QStringLiteral("30-2"), serviceDate));
-        QVERIFY2(saved.ok(), qPrintable(saved.error()));
-        QCOMPARE(saved->Cena, price);
-        QCOMPARE(storedRow(saved->line.id).value(4).toDouble(), price);
+        for (const bool adult : {true, false}) {
+            const auto saved = save(validEgn(adult ? QDate(1980, 6, 1) : QDate(2012, 6, 1)), typedLine(typed));
+            QVERIFY2(saved.ok(), qPrintable(saved.error()));
+            // Every short code has its fund row, and the line takes that row's price for the age.
+            const QStringList fund = rowsOf(store::clinicDb(),
+                                            u"SELECT ROUND(%1, 2), Times FROM CenyZK WHERE Kod = ?"_s.arg(
+                                                adult ? u"CenaNad"_s : u"CenaDo"_s),
+                                            {fundKey})
+                                         .value(0, u"0|0"_s)
+                                         .split(u'|');
+            QVERIFY2(fundKey.isEmpty() || fund[1].toInt() > 0, qPrintable(fundKey));
+            const QStringList row = storedRow(saved->line.id).split(u'|');
+            QCOMPARE(row.mid(5, 1) + row.mid(7, 2), (QStringList{KodHelp.trimmed(), Help, TextHelp}));
+            QCOMPARE(row[3].toDouble(), fund[0].toDouble());
+            QCOMPARE(row[4], fund[1]);
+        }
     }
 
-    void writesWhoWhatAndWhichSheet()
+    // Who, what and which sheet: the price by the patient's age on the day of the save, not of
+    // the service; the code typed in any cell; the print mark.
+    void storedLine_data()
     {
+        QTest::addColumn<QDate>("born");
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("printMark"); // -1 untouched
+        QTest::addColumn<QString>("row");
+        // 301: CenaNad 21.13 past the 18th birthday, CenaDo 25.13 up to it (the boundary: tst_FundRules).
+        QTest::newRow("adult, old service date: today's age counts")
+            << QDate(2000, 1, 1) << "01.01.2010" << 5 << "30-2" << -1
+            << "D1|000007|1|21.13|26|301||Caries media|Обт.амлгама|2010-01-01";
+        QTest::newRow("child, later service date: today's age counts")
+            << QDate(2008, 3, 15) << "20.03.2026" << 5 << "30-2" << -1
+            << "D1|000007|1|25.13|26|301||Caries media|Обт.амлгама|2026-03-20";
+        QTest::newRow("103 is priced and timed by the fund's row 101")
+            << QDate(1980, 5, 5) << "15.03.2026" << 5 << "1-3" << -1 << "D1|000007|1|6.44|15|103||Преглед||2026-03-15";
+        // The tooth cell holds " 30 " and KodHelp 508: priced by the code typed, not by KodHelp.
+        QTest::newRow("short code in the tooth cell")
+            << QDate(1980, 5, 5) << "15.03.2026" << 3 << " 30 " << -1
+            << "D1|000007|1|21.13|26|508|301|Caries profunda|Обт.амлгама|2026-03-15";
+        QTest::newRow("print mark ticked") << QDate(1980, 5, 5) << "15.03.2026" << 5 << "30" << 1
+                                           << "D1|000007|1|21.13|26|301||Caries profunda|Обт.амлгама|2026-03-15";
+        QTest::newRow("print mark unticked") << QDate(1980, 5, 5) << "15.03.2026" << 5 << "30" << 0
+                                             << "D1|000007|0|21.13|26|301||Caries profunda|Обт.амлгама|2026-03-15";
+    }
+    void storedLine()
+    {
+        QFETCH(QDate, born);
+        QFETCH(QString, date);
+        QFETCH(int, column);
+        QFETCH(QString, typed);
+        QFETCH(int, printMark);
         TestPractice practice(Today);
-        const QString egn = validEgn(QDate(1980, 5, 5));
-        const auto saved = save(egn, typedLine(QStringLiteral("1-3")), 5, QStringLiteral("000042"));
-        QVERIFY(saved.ok());
-        const QVariantList row = storedRow(saved->line.id);
-        QCOMPARE(row.value(0).toString(), egn);
-        QCOMPARE(row.value(1).toString(), Doctor);
-        QCOMPARE(row.value(2).toString(), QStringLiteral("000042"));
-        QCOMPARE(row.value(3).toInt(), 1);
-        // 103 is priced and timed by the fund's row 101.
-        QCOMPARE(row.value(4).toDouble(), 6.44);
-        QCOMPARE(row.value(5).toInt(), 15);
-        QCOMPARE(row.value(6).toString(), QStringLiteral("103"));
-        QCOMPARE(row.value(9).toString(), QStringLiteral("2026-03-15"));
+        ServiceLine line = typedLine(column == KodHelpColumn ? typed : u"508"_s, date);
+        if (column != KodHelpColumn)
+            line.setCell(column, typed);
+        if (printMark >= 0)
+            line.printMark = printMark == 1;
+        const QString egn = validEgn(born);
+        const auto saved = save(egn, line, column);
+        QVERIFY2(saved.ok(), qPrintable(saved.error()));
+        QTEST(storedRow(saved->line.id), "row");
+        QCOMPARE(practice.row(u"SELECT EGN FROM Help"_s), QStringList{egn});
     }
 
     void minutesLoweredThenRecounted_data()
@@ -102,69 +195,35 @@ private slots:
     {
         QFETCH(QString, code);
         QFETCH(QString, serviceDate);
-        QFETCH(int, label);
         QFETCH(int, recounted);
         TestPractice practice(Today);
-        practice.addService(validEgn(QDate(1970, 1, 1)), Today, QStringLiteral("333"), QStringLiteral("D2"));
+        practice.addService(validEgn(QDate(1970, 1, 1)), Today, u"333"_s, u"D2"_s);
         run().MinutesLeft = 360;
-        const auto saved = save(validEgn(QDate(1980, 5, 5)), typedLine(code, serviceDate));
+        const auto saved = save(Adult, typedLine(code, serviceDate));
         QVERIFY(saved.ok());
-        QCOMPARE(int(saved->labelMinutes), label);
+        QTEST(int(saved->labelMinutes), "label");
         QCOMPARE(int(saved->minutesLeft), recounted);
         QCOMPARE(int(run().MinutesLeft), recounted);
     }
 
-    void codeInAnyColumn()
+    // Saved again standing on the stored 301: no short code, so the texts and the price go; a
+    // line deleted meanwhile is not made again.
+    void savedAgain()
     {
         TestPractice practice(Today);
-        ServiceLine line = typedLine(QStringLiteral("508"));
-        line.KodZab = QStringLiteral(" 30 ");
-        const auto saved = save(validEgn(QDate(1980, 5, 5)), line, 3);
-        QVERIFY(saved.ok());
-        QCOMPARE(saved->line.KodZab, QStringLiteral("301"));
-        QCOMPARE(saved->line.KodHelp, QStringLiteral("508"));
-        const QVariantList row = storedRow(saved->line.id);
-        QCOMPARE(row.value(6).toString(), QStringLiteral("508"));
-        QCOMPARE(row.value(7).toString(), QStringLiteral("301"));
-        QCOMPARE(row.value(8).toString(), QStringLiteral("Caries profunda"));
-        QCOMPARE(row.value(4).toDouble(), 21.13); // priced by the code typed, not by KodHelp
-    }
-
-    void printMark_data()
-    {
-        QTest::addColumn<std::optional<bool>>("mark");
-        QTest::addColumn<int>("ZK");
-        QTest::newRow("untouched") << std::optional<bool>() << 1;
-        QTest::newRow("ticked") << std::optional<bool>(true) << 1;
-        QTest::newRow("unticked") << std::optional<bool>(false) << 0;
-    }
-    void printMark()
-    {
-        QFETCH(std::optional<bool>, mark);
-        QFETCH(int, ZK);
-        TestPractice practice(Today);
-        ServiceLine line = typedLine(QStringLiteral("30"));
-        line.printMark = mark;
-        const auto saved = save(validEgn(QDate(1980, 5, 5)), line);
-        QVERIFY(saved.ok());
-        QCOMPARE(storedRow(saved->line.id).value(3).toInt(), ZK);
-    }
-
-    void correctionRederivesEverything()
-    {
-        TestPractice practice(Today);
-        const QString egn = validEgn(QDate(1980, 5, 5));
-        auto first = save(egn, typedLine(QStringLiteral("30")), 5, QStringLiteral("000001"));
+        const auto first = save(Adult, typedLine(u"30"_s), KodHelpColumn, u"000001"_s);
         QVERIFY(first.ok());
-        // Saved again standing on the stored 301: no short code, so the texts and the price go.
-        const auto again = save(egn, first->line, 5, QStringLiteral("000002"));
+        const auto again = save(Adult, first->line, KodHelpColumn, u"000002"_s);
         QVERIFY(again.ok());
         QCOMPARE(again->line.id, first->line.id);
-        const QVariantList row = storedRow(first->line.id);
-        QCOMPARE(row.value(2).toString(), QStringLiteral("000002"));
-        QCOMPARE(row.value(4).toDouble(), 0.0);
-        QCOMPARE(row.value(8).toString(), QString());
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help")), 1);
+        QCOMPARE(storedRow(first->line.id), u"D1|000002|1|0|0|301||||2026-03-15"_s);
+        QVERIFY(DeleteServiceLine(store::clinicDb(), first->line.id).ok());
+        ServiceLine line = first->line;
+        line.KodHelp = u"58"_s;
+        const auto refused = save(Adult, line);
+        QVERIFY(!refused.ok());
+        QVERIFY2(refused.error().startsWith(u"Не можете да променяте записа!\r"_s), qPrintable(refused.error()));
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
     }
 
     void refusedRowsWriteNothing_data()
@@ -172,11 +231,10 @@ private slots:
         QTest::addColumn<QString>("egn");
         QTest::addColumn<QString>("date");
         QTest::addColumn<QString>("messagePart");
-        const QString adult = validEgn(QDate(1980, 5, 5));
-        QTest::newRow("no date") << adult << "" << "няма дата";
-        QTest::newRow("blank date") << adult << "   " << "няма дата";
-        QTest::newRow("31 February") << adult << "31.02.2026" << "31.02.2026";
-        QTest::newRow("not a date") << adult << "вчера" << "вчера";
+        QTest::newRow("no date") << Adult << "" << "няма дата";
+        QTest::newRow("blank date") << Adult << "   " << "няма дата";
+        QTest::newRow("31 February") << Adult << "31.02.2026" << "31.02.2026";
+        QTest::newRow("not a date") << Adult << "вчера" << "вчера";
         QTest::newRow("number names no birth date, price by age") << "8000001234" << "15.03.2026" << "Корекция ЕГН";
     }
     void refusedRowsWriteNothing()
@@ -186,26 +244,11 @@ private slots:
         QFETCH(QString, messagePart);
         TestPractice practice(Today);
         run().MinutesLeft = 360;
-        const auto saved = save(egn, typedLine(QStringLiteral("30-2"), date));
+        const auto saved = save(egn, typedLine(u"30-2"_s, date));
         QVERIFY(!saved.ok());
         QVERIFY2(saved.error().contains(messagePart), qPrintable(saved.error()));
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help")), 0);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
         QCOMPARE(int(run().MinutesLeft), 360);
-    }
-
-    void lineDeletedMeanwhileIsNotRecreated()
-    {
-        TestPractice practice(Today);
-        const QString egn = validEgn(QDate(1980, 5, 5));
-        auto first = save(egn, typedLine(QStringLiteral("30")));
-        QVERIFY(first.ok());
-        QVERIFY(DeleteServiceLine(store::clinicDb(), first->line.id).ok());
-        ServiceLine line = first->line;
-        line.KodHelp = QStringLiteral("58");
-        const auto refused = save(egn, line);
-        QVERIFY(!refused.ok());
-        QVERIFY2(refused.error().startsWith(QStringLiteral("Не можете да променяте записа!\r")), qPrintable(refused.error()));
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Help")), 0);
     }
 
     void unpaidLineQuestion_data()
@@ -229,44 +272,100 @@ private slots:
         QFETCH(QDate, born);
         QFETCH(QString, questionPart);
         TestPractice practice(Today);
-        const QString egn = born.isValid() ? validEgn(born) : QStringLiteral("8000001234");
-        const ServiceContext context{egn, Doctor, QStringLiteral("000001"), Today};
-        const auto question = UnpaidLineQuestion(store::clinicDb(), context, typedLine(code), column);
+        const QString egn = born.isValid() ? validEgn(born) : u"8000001234"_s;
+        const auto question =
+            UnpaidLineQuestion(store::clinicDb(), {egn, Doctor, u"000001"_s, Today}, typedLine(code), column);
         QVERIFY2(question.ok(), qPrintable(question.error()));
         QCOMPARE(question->isEmpty(), questionPart.isEmpty());
         QVERIFY2(question->contains(questionPart), qPrintable(question.value()));
     }
 
-    // Two patients whose lines are stored in turn on sheets not taken yet get two numbers, the
-    // second decided at its save although both expected the same.
-    void sheetTakenAtTheSave()
-    {
-        TestPractice practice(Today);
-        const ServiceContext first{validEgn(QDate(1980, 5, 5)), Doctor, QStringLiteral("000001"), Today, false};
-        ServiceContext second = first;
-        second.egn = validEgn(QDate(1990, 5, 5));
-        const auto a = SaveServiceLine(store::clinicDb(), first, typedLine(QStringLiteral("30")), 5);
-        const auto b = SaveServiceLine(store::clinicDb(), second, typedLine(QStringLiteral("30")), 5);
-        QVERIFY(a.ok() && b.ok());
-        QCOMPARE(storedRow(a->line.id).value(2).toString(), QStringLiteral("000001"));
-        QCOMPARE(storedRow(b->line.id).value(2).toString(), QStringLiteral("000002"));
-        QCOMPARE(b->line.ListID, QStringLiteral("000002"));
-    }
-
     void linesInGridOrder()
     {
         TestPractice practice(Today);
-        const QString egn = validEgn(QDate(1980, 5, 5));
-        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("509"), Doctor);
-        practice.addService(egn, QDate(2025, 3, 1), QStringLiteral("301"), Doctor);
-        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("101"), QStringLiteral("D2"));
-        practice.addService(validEgn(QDate(1990, 1, 1)), QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
-        const auto lines = LoadServiceLines(store::clinicDb(), egn);
+        practice.addService(Adult, QDate(2026, 3, 1), u"509"_s, Doctor);
+        practice.addService(Adult, QDate(2025, 3, 1), u"301"_s, Doctor);
+        practice.addService(Adult, QDate(2026, 3, 1), u"101"_s, u"D2"_s);
+        practice.addService(validEgn(QDate(1990, 1, 1)), QDate(2026, 3, 1), u"101"_s, Doctor);
+        const auto lines = LoadServiceLines(store::clinicDb(), Adult);
         QVERIFY(lines.ok());
         QStringList shown;
         for (const ServiceLine &line : lines.value())
             shown << line.Data + u' ' + line.KodHelp;
         QCOMPARE(shown, (QStringList{"01.03.2025 301", "01.03.2026 101", "01.03.2026 509"}));
+    }
+
+    // Sheet numbers run per doctor and calendar year; stored numbers may not be clean.
+    void nextSheetNumber_data()
+    {
+        QTest::addColumn<QList<Line>>("lines");
+        QTest::addColumn<QString>("expected");
+        const QString me = Doctor;
+        const QString other = u"D2"_s;
+        QTest::newRow("first sheet of all") << QList<Line>{} << "000001";
+        QTest::newRow("after the largest") << QList<Line>{{me, {2026, 2, 1}, "000005"}, {me, {2026, 3, 1}, "000003"}}
+                                           << "000006";
+        QTest::newRow("earlier year does not count") << QList<Line>{{me, {2025, 12, 31}, "000099"}} << "000001";
+        QTest::newRow("later year does not count") << QList<Line>{{me, {2027, 1, 1}, "000099"}} << "000001";
+        QTest::newRow("first and last day of the year count")
+            << QList<Line>{{me, {2026, 1, 1}, "000010"}, {me, {2026, 12, 31}, "000011"}} << "000012";
+        QTest::newRow("other doctor's series is apart")
+            << QList<Line>{{other, {2026, 3, 1}, "000050"}, {me, {2026, 3, 1}, "000002"}} << "000003";
+        QTest::newRow("a doctor at the limit holds up no other") << QList<Line>{{other, {2026, 3, 1}, "032767"}}
+                                                                 << "000001";
+        QTest::newRow("malformed number reads its leading digits")
+            << QList<Line>{{me, {2026, 3, 1}, "12a"}, {me, {2026, 3, 1}, "000007"}} << "000013";
+        QTest::newRow("letters above the series do not restart it")
+            << QList<Line>{{me, {2026, 3, 1}, "abc"}, {me, {2026, 3, 1}, "000007"}} << "000008";
+        QList<Line> strays(70, Line{me, {2026, 3, 1}, "9x"});
+        strays << Line{me, {2026, 3, 2}, "000007"};
+        QTest::newRow("more stray numbers above the series than the first look reads") << strays << "000010";
+        QTest::newRow("no number at all") << QList<Line>{{me, {2026, 3, 1}, ""}} << "000001";
+        QTest::newRow("the last number there is") << QList<Line>{{me, {2026, 3, 1}, "32766"}} << "032767";
+        QTest::newRow("none after the last") << QList<Line>{{me, {2026, 3, 1}, "032767"}} << "";
+        QTest::newRow("none beyond 16 bits") << QList<Line>{{me, {2026, 3, 1}, "040000"}} << "";
+    }
+    void nextSheetNumber()
+    {
+        QFETCH(QList<Line>, lines);
+        QFETCH(QString, expected);
+        TestPractice practice(Today);
+        for (const Line &line : lines)
+            practice.addService(validEgn(QDate(1980, 1, 1)), line.date, u"301"_s, line.doctor, line.listId);
+        const auto sheet = SheetNumber(store::clinicDb(), Doctor, Today);
+        QCOMPARE(sheet.ok(), !expected.isEmpty());
+        if (sheet.ok())
+            QCOMPARE(sheet.value(), expected);
+        else // the message names the limit; no seventh digit, no wrap to a negative number
+            QVERIFY2(sheet.error().contains(u"032767"_s), qPrintable(sheet.error()));
+    }
+
+    // The number a write stores under, decided inside its transaction.
+    void takenSheetNumber_data()
+    {
+        QTest::addColumn<QString>("storedByOther"); // a line of another patient, stored meanwhile
+        QTest::addColumn<bool>("alreadyTaken");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("expected number still free") << "" << false << "000003";
+        QTest::newRow("expected number given to another patient meanwhile") << "000003" << false << "000004";
+        QTest::newRow("taken number stays") << "000002" << true << "000003";
+        QTest::newRow("taken number now on another patient's line") << "000003" << true << "000004";
+        QTest::newRow("no number after the last") << "032767" << false << "";
+    }
+    void takenSheetNumber()
+    {
+        QFETCH(QString, storedByOther);
+        QFETCH(bool, alreadyTaken);
+        QFETCH(QString, expected);
+        TestPractice practice(Today);
+        const QString mine = validEgn(QDate(1980, 1, 1));
+        practice.addService(mine, QDate(2026, 3, 1), u"301"_s, Doctor, u"000002"_s);
+        if (!storedByOther.isEmpty())
+            practice.addService(validEgn(QDate(1990, 1, 1)), QDate(2026, 3, 14), u"301"_s, Doctor, storedByOther);
+        const auto number = TakeSheetNumber(store::clinicDb(), {Doctor, u"000003"_s, alreadyTaken}, mine, Today);
+        QCOMPARE(number.ok(), !expected.isEmpty());
+        if (number.ok())
+            QCOMPARE(number.value(), expected);
     }
 };
 
