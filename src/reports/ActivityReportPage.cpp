@@ -1,5 +1,6 @@
 #include "reports/ActivityReportPage.h"
 
+#include "reports/RuledList.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 
@@ -10,18 +11,10 @@ using namespace print;
 namespace reports {
 namespace {
 
-constexpr double Left = 15.0;
-constexpr double Width = 180.0;
-constexpr double RowHeight = 6.0;
-
-struct Column final
-{
-    const char *name;
-    const char *head;
-    double x;
-    double width;
-    Qt::Alignment alignment;
-};
+using ruledlist::Column;
+using ruledlist::Left;
+using ruledlist::RowHeight;
+using ruledlist::Width;
 
 // In the order of the row: Text1 to Text6.
 const std::array<Column, 6> Columns{{
@@ -40,32 +33,13 @@ PageItem centred(const QString &name, double y, const QString &value, double siz
     return item;
 }
 
-QRectF cellRect(const Column &column, double top, double height)
-{
-    return QRectF(column.x + 0.8, top, column.width - 1.6, height);
-}
-
-QList<PageItem> columnHeads()
-{
-    QList<PageItem> heads{line(QStringLiteral("HeadTop"), {Left, 0}, {Left + Width, 0}, 0.4)};
-    for (const Column &column : Columns) {
-        PageItem head = caption(QStringLiteral("Head%1").arg(QLatin1String(column.name)), cellRect(column, 0.5, 5.5),
-                                QString::fromUtf8(column.head), 8.5);
-        head.bold = true;
-        head.alignment = column.alignment | Qt::AlignVCenter;
-        heads << head;
-    }
-    heads << line(QStringLiteral("HeadBottom"), {Left, 6.5}, {Left + Width, 6.5}, 0.4);
-    return heads;
-}
-
 // A text too long for its cell gets a smaller font and two or three lines, so that a long
 // name or a year's list of codes still shows whole.
 PageItem fittingCell(const Column &column, const QString &value)
 {
     const double lineCapacity = (column.width - 1.6) / 1.8; // characters of the row's 8.5 pt
     const double size = value.size() <= lineCapacity ? 8.5 : value.size() <= 2.6 * lineCapacity ? 6.0 : 4.5;
-    PageItem item = wrapped(QString::fromLatin1(column.name), cellRect(column, 0.2, RowHeight - 0.4), value, size);
+    PageItem item = wrapped(QString::fromLatin1(column.name), ruledlist::CellRect(column, 0.2, RowHeight - 0.4), value, size);
     item.alignment = column.alignment | Qt::AlignVCenter;
     return item;
 }
@@ -76,7 +50,7 @@ QList<PageItem> detailRow(const std::array<QString, 6> &values)
     for (int n = 0; n < 6; ++n) {
         const bool mayBeLong = n == 1 || n == 5; // the name and the codes
         row << (mayBeLong ? fittingCell(Columns[n], values[n])
-                          : text(QString::fromLatin1(Columns[n].name), cellRect(Columns[n], 0.2, RowHeight - 0.4),
+                          : text(QString::fromLatin1(Columns[n].name), ruledlist::CellRect(Columns[n], 0.2, RowHeight - 0.4),
                                  values[n], 8.5, Columns[n].alignment | Qt::AlignVCenter));
     }
     row << line(QStringLiteral("RowLine"), {Left, RowHeight}, {Left + Width, RowHeight}, 0.1);
@@ -86,7 +60,7 @@ QList<PageItem> detailRow(const std::array<QString, 6> &values)
 QList<QList<PageItem>> footerRows(qint64 minutes, int patients)
 {
     const Column &time = Columns[2];
-    PageItem sum = text(QStringLiteral("Function1"), cellRect(time, 0.5, RowHeight - 0.5), QString::number(minutes), 8.5,
+    PageItem sum = text(QStringLiteral("Function1"), ruledlist::CellRect(time, 0.5, RowHeight - 0.5), QString::number(minutes), 8.5,
                         Qt::AlignRight | Qt::AlignVCenter);
     sum.bold = true;
     PageItem label = caption(QStringLiteral("FooterCaption"), QRectF(Left, 0.5, time.x - Left - 2.0, RowHeight - 0.5),
@@ -117,7 +91,7 @@ PageDescription WorkPage(const QSqlDatabase &scratch, const Period &period, cons
     form.band.top = 44.0;
     form.band.bottom = form.size.height() - 14.0;
     form.band.headerHeight = 8.0;
-    form.band.header = columnHeads();
+    form.band.header = ruledlist::Heads(Columns);
     form.band.rowHeight = RowHeight;
     // The rows in the table's own order, as the builder wrote them.
     QSqlQuery query = store::run(scratch, QStringLiteral("SELECT Data, Name1, Time, EGN, Godini, KodHelp FROM TempWork"));

@@ -1,6 +1,7 @@
 #include "reports/ClaimsCheckPage.h"
 
 #include "reports/ActivityReportPage.h"
+#include "reports/RuledList.h"
 #include "store/Dates.h"
 
 #include <array>
@@ -10,17 +11,10 @@ using namespace print;
 namespace reports {
 namespace {
 
-constexpr double Left = 15.0;
-constexpr double Width = 180.0;
-constexpr double RowHeight = 6.0;
-
-struct Column final
-{
-    const char *name;
-    const char *head;
-    double x;
-    double width;
-};
+using ruledlist::Column;
+using ruledlist::Left;
+using ruledlist::RowHeight;
+using ruledlist::Width;
 
 const std::array<Column, 5> Columns{{
     {"Text1", "Дата", Left, 20},
@@ -30,26 +24,11 @@ const std::array<Column, 5> Columns{{
     {"Text5", "Забележка", Left + 101, 79},
 }};
 
-QRectF cellRect(const Column &column) { return QRectF(column.x + 0.8, 0.2, column.width - 1.6, RowHeight - 0.4); }
-
-QList<PageItem> columnHeads()
-{
-    QList<PageItem> heads{line(QStringLiteral("HeadTop"), {Left, 0}, {Left + Width, 0}, 0.4)};
-    for (const Column &column : Columns) {
-        PageItem head = caption(QStringLiteral("Head%1").arg(QLatin1String(column.name)), cellRect(column),
-                                QString::fromUtf8(column.head), 8.5);
-        head.bold = true;
-        heads << head;
-    }
-    heads << line(QStringLiteral("HeadBottom"), {Left, RowHeight + 0.5}, {Left + Width, RowHeight + 0.5}, 0.4);
-    return heads;
-}
-
 // A long name or text gets a smaller font and a second line rather than being cut.
 PageItem cell(const Column &column, const QString &value)
 {
     const double capacity = (column.width - 1.6) / 1.6;
-    PageItem item = wrapped(QString::fromLatin1(column.name), cellRect(column), value, value.size() <= capacity ? 8.0 : 6.0);
+    PageItem item = wrapped(QString::fromLatin1(column.name), ruledlist::CellRect(column, 0.2, RowHeight - 0.4), value, value.size() <= capacity ? 8.0 : 6.0);
     item.alignment = Qt::AlignLeft | Qt::AlignVCenter;
     return item;
 }
@@ -87,8 +66,8 @@ PageDescription ClaimsCheckPage(const QList<ClaimFinding> &findings, const Perio
     AddReportHeading(form, QStringLiteral("за проверката на редовете към НЗОК преди отчета"), period, medicName);
     form.band.top = 44.0;
     form.band.bottom = form.size.height() - 14.0;
-    form.band.headerHeight = RowHeight + 1.5;
-    form.band.header = columnHeads();
+    form.band.headerHeight = 8.0;
+    form.band.header = ruledlist::Heads(Columns);
     form.band.rowHeight = RowHeight;
     form.band.rows << QList<PageItem>{text(QStringLiteral("Summary"), QRectF(Left, 0.5, Width, RowHeight - 0.5),
                                            FindingsSummary(int(findings.size())), 9.0)};
