@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, when some are missing.
-# fonts-dejavu-core gives the prints their Cyrillic font; dpkg-dev and file make the Debian package.
+# libsqlite3-dev gives the backup the engine's own API; fonts-dejavu-core gives the prints their
+# Cyrillic font; dpkg-dev and file make the Debian package.
 set -euo pipefail
-packages=(g++ cmake ninja-build pkg-config qt6-base-dev libqt6sql6-sqlite libsodium-dev libbenchmark-dev
+packages=(g++ cmake ninja-build pkg-config qt6-base-dev libqt6sql6-sqlite libsqlite3-dev libsodium-dev libbenchmark-dev
           mdbtools-dev poppler-utils xvfb xauth libgl1-mesa-dev fonts-dejavu-core dpkg-dev file)
 missing=()
 for package in "${packages[@]}"; do

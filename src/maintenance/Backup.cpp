@@ -1,15 +1,17 @@
 #include "maintenance/Backup.h"
 
 #include "maintenance/BackupFiles.h"
-#include "store/Sql.h"
+#include "store/Log.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <sqlite3.h>
+
 namespace backup {
 namespace {
 
-using backupfiles::SideConnection;
+using backupfiles::EngineFile;
 
 Outcome cannotWrite(const QString &target)
 {
@@ -18,24 +20,75 @@ Outcome cannotWrite(const QString &target)
                                 .arg(target));
 }
 
-// The copy goes to a file of its own beside the target and leaves the write-ahead log, so that
-// the archive is one file that opens anywhere. What it holds is counted in the copy itself.
-Result<BackupReport> copyInto(const QSqlDatabase &source, const QString &part)
+Outcome cannotRead(const QString &clinicPath, const QString &engineText)
+{
+    store::writeLog(QFileInfo(clinicPath).absolutePath(), clinicPath + QStringLiteral(": backup: ") + engineText);
+    return Outcome::failure(QStringLiteral("Базата данни %1 не може да се прочете и архивът не е записан. "
+                                           "Опитайте отново; подробности има в velmorata.log.")
+                                .arg(clinicPath));
+}
+
+bool failedWriting(int code)
+{
+    return code == SQLITE_FULL || code == SQLITE_IOERR || code == SQLITE_READONLY || code == SQLITE_CANTOPEN;
+}
+
+// The engine's online backup copies every page of the source's read transaction in a single
+// step: one consistent state of the database, whatever the program writes meanwhile, and the
+// counts are read in the same transaction. The copy needs no journal nor syncs of its own: it is
+// synced once, whole, before it takes its name.
+Result<BackupReport> copyPages(EngineFile &source, EngineFile &copy)
 {
     using Failed = Result<BackupReport>;
+    if (!copy.exec(QStringLiteral("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF")))
+        return Failed::failure(QString());
+    if (!source.exec(QStringLiteral("BEGIN")))
+        return Failed::failure(source.errorText());
     BackupReport report;
-    try {
-        store::run(source, QStringLiteral("VACUUM INTO ?"), {part});
-        SideConnection copy(part, SideConnection::Mode::ReadWrite);
-        if (!copy.open() || !backupfiles::leaveWriteAheadLog(copy.db()))
-            return Failed::failure(QString());
-        report.patients = store::scalar(copy.db(), QStringLiteral("SELECT COUNT(*) FROM Pacients")).toLongLong();
-        report.serviceLines = store::scalar(copy.db(), QStringLiteral("SELECT COUNT(*) FROM Help")).toLongLong();
-    } catch (const store::SqlError &error) {
-        return Failed::failure(error.message());
+    report.patients = source.integer(QStringLiteral("SELECT COUNT(*) FROM Pacients")).value_or(-1);
+    report.serviceLines = source.integer(QStringLiteral("SELECT COUNT(*) FROM Help")).value_or(-1);
+    if (report.patients < 0 || report.serviceLines < 0)
+        return Failed::failure(source.errorText());
+    sqlite3_backup *backup = sqlite3_backup_init(copy.handle(), "main", source.handle(), "main");
+    if (!backup)
+        return Failed::failure(QString());
+    const int stepped = sqlite3_backup_step(backup, -1);
+    sqlite3_backup_finish(backup);
+    if (stepped == SQLITE_DONE)
+        return Failed::success(report);
+    if (failedWriting(stepped & 0xff))
+        return Failed::failure(QString());
+    return Failed::failure(QString::fromUtf8(sqlite3_errstr(stepped)) + u' ' + source.errorText());
+}
+
+// The copy keeps the source's mark of the write-ahead log in its header; it is set back to the
+// rollback journal, so that the archive is one file that opens anywhere, also from a folder
+// where it cannot be written.
+bool markWithoutLog(const QString &part)
+{
+    constexpr qint64 versionBytes = 18; // the file format's write and read versions: 1 rollback, 2 log
+    QFile file(part);
+    return file.open(QIODevice::ReadWrite) && file.seek(versionBytes) && file.write("\x01\x01", 2) == 2;
+}
+
+// A failure to write the copy comes back without a message: the caller names the archive.
+Result<BackupReport> copyInto(const QString &clinicPath, const QString &part)
+{
+    using Failed = Result<BackupReport>;
+    Result<BackupReport> copied = Failed::failure(QString());
+    {
+        EngineFile source(clinicPath, EngineFile::Mode::ReadOnly);
+        EngineFile copy(part, EngineFile::Mode::ReadWrite);
+        if (!source.isOpen() || !source.readWholeFileFast())
+            return Failed::failure(cannotRead(clinicPath, source.errorText()).error());
+        copied = copyPages(source, copy);
     }
-    report.bytes = QFileInfo(part).size();
-    return Result<BackupReport>::success(report);
+    if (!copied)
+        return copied.error().isEmpty() ? copied : Failed::failure(cannotRead(clinicPath, copied.error()).error());
+    if (!markWithoutLog(part))
+        return Failed::failure(QString());
+    copied.value().bytes = QFileInfo(part).size();
+    return copied;
 }
 
 bool sameFile(const QString &a, const QString &b)
@@ -54,13 +107,10 @@ Result<BackupReport> BackupDatabase(const QString &clinicPath, const QString &ta
     if (sameFile(clinicPath, target))
         return Failed::failure(
             QStringLiteral("Архивът не може да се запише върху самата база данни %1. Изберете друго име.").arg(target));
-    SideConnection source(clinicPath, SideConnection::Mode::ReadOnly);
-    if (auto opened = source.open(); !opened)
-        return Failed::failure(opened.error());
     const QString part = backupfiles::reserveSiblingName(target);
     if (part.isEmpty())
         return Failed::failure(cannotWrite(target).error());
-    auto copied = copyInto(source.db(), part);
+    auto copied = copyInto(clinicPath, part);
     if (copied && !(backupfiles::syncFile(part) && backupfiles::replaceFile(part, target)))
         copied = Failed::failure(QString());
     if (!copied) {

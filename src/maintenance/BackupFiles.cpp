@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <sqlite3.h>
+
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -55,6 +57,46 @@ Outcome SideConnection::open()
 }
 
 QSqlDatabase SideConnection::db() const { return QSqlDatabase::database(m_name, false); }
+
+EngineFile::EngineFile(const QString &path, Mode mode)
+    : m_size(QFileInfo(path).size())
+{
+    const int flags = mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    m_opened = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr)
+        == SQLITE_OK;
+    if (m_handle)
+        sqlite3_busy_timeout(m_handle, 5000);
+}
+
+EngineFile::~EngineFile() { sqlite3_close_v2(m_handle); }
+
+QString EngineFile::errorText() const
+{
+    return m_handle ? QString::fromUtf8(sqlite3_errmsg(m_handle)) : QStringLiteral("out of memory");
+}
+
+bool EngineFile::exec(const QString &sql)
+{
+    return isOpen() && sqlite3_exec(m_handle, sql.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+std::optional<qint64> EngineFile::integer(const QString &sql)
+{
+    sqlite3_stmt *statement = nullptr;
+    if (!isOpen() || sqlite3_prepare_v2(m_handle, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK)
+        return std::nullopt;
+    std::optional<qint64> value;
+    if (sqlite3_step(statement) == SQLITE_ROW)
+        value = sqlite3_column_int64(statement, 0);
+    sqlite3_finalize(statement);
+    return value;
+}
+
+bool EngineFile::readWholeFileFast()
+{
+    constexpr int cacheKiB = 64 * 1024;
+    return exec(QStringLiteral("PRAGMA mmap_size = %1; PRAGMA cache_size = -%2").arg(m_size).arg(cacheKiB));
+}
 
 QString reserveSiblingName(const QString &target)
 {

@@ -70,9 +70,14 @@ private slots:
         const auto copied = backup::BackupDatabase(store::paths().clinicDb, archive);
         QVERIFY2(copied, qPrintable(copied.error()));
         QCOMPARE(copied->patients, 30);
-        // The archive is one file that opens by itself: no write-ahead log beside it.
+        // The archive is one file that opens by itself: no write-ahead log beside it nor marked in
+        // it, and private as the data folder is.
         QVERIFY(!QFileInfo::exists(archive + QStringLiteral("-wal")));
         QCOMPARE(QFileInfo(archive).size(), copied->bytes);
+        QFile header(archive);
+        QVERIFY(header.open(QIODevice::ReadOnly) && header.seek(18));
+        QCOMPARE(header.read(2), QByteArray("\x01\x01"));
+        QCOMPARE(QFileInfo(archive).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
         QVERIFY(QFile::remove(archive));
     }
 
