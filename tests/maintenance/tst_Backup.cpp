@@ -143,6 +143,9 @@ private slots:
         QTest::newRow("empty file") << "empty";
         QTest::newRow("another program's database") << "other";
         QTest::newRow("truncated copy") << "truncated";
+        // Whole pages and cells, but an index that does not hold what its table holds.
+        QTest::newRow("index on other values") << "index-other";
+        QTest::newRow("index that lost rows") << "index-short";
         QTest::newRow("no such file") << "missing";
     }
     void restoreRefusesWhatIsNoArchive()
@@ -220,6 +223,27 @@ private:
         QSqlDatabase::removeDatabase(name);
     }
 
+    // Rewrites an index's definition under its built entries, the way a damaged file disagrees
+    // with itself: it then stands for other values, or for rows it never received.
+    void damageIndex(const QString &archive, bool otherValues)
+    {
+        const QString name = QStringLiteral("damage");
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            db.setDatabaseName(archive);
+            QVERIFY(db.open());
+            if (!otherValues)
+                store::run(db, QStringLiteral("CREATE INDEX PacientsPart ON Pacients (Names) WHERE ID % 2 = 0"));
+            store::run(db, QStringLiteral("PRAGMA writable_schema = ON"));
+            store::run(db, QStringLiteral("UPDATE sqlite_schema SET sql = ? WHERE name = ?"),
+                       {otherValues ? QStringLiteral("CREATE INDEX PacientsByEgn ON Pacients (Names)")
+                                    : QStringLiteral("CREATE INDEX PacientsPart ON Pacients (Names)"),
+                        otherValues ? QStringLiteral("PacientsByEgn") : QStringLiteral("PacientsPart")});
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(name);
+    }
+
     void makeBadArchive(const QString &kind, const QString &archive)
     {
         if (kind == u"text")
@@ -234,6 +258,9 @@ private:
             db.close();
             db = QSqlDatabase();
             QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        } else if (kind.startsWith(u"index")) {
+            QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
+            damageIndex(archive, kind == u"index-other");
         } else if (kind == u"truncated") {
             const QString whole = archive + QStringLiteral(".whole");
             QVERIFY(backup::BackupDatabase(store::paths().clinicDb, whole));
