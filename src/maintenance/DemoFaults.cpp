@@ -95,9 +95,12 @@ private:
                                                     "WHERE Data >= ? AND Data <= ? ORDER BY ID"),
                                      {dates::toIso(m_first), dates::toIso(m_last)});
         while (lines.next()) {
-            m_month << MonthLine{lines.value(0).toLongLong(), lines.value(1).toString(),
-                                 dates::fromIso(lines.value(2).toString()).value_or(QDate()), lines.value(3).toString(),
-                                 lines.value(4).toString(), doctorOf.value(lines.value(5).toString())};
+            m_month << MonthLine{lines.value(0).toLongLong(),
+                                 lines.value(1).toString(),
+                                 dates::fromIso(lines.value(2).toString()).value_or(QDate()),
+                                 lines.value(3).toString(),
+                                 lines.value(4).toString(),
+                                 doctorOf.value(lines.value(5).toString())};
             m_minutes[{m_month.last().doctor, m_month.last().Data}] += ActivityMinutes(m_month.last().KodHelp);
         }
     }
@@ -118,7 +121,8 @@ private:
             const DemoPatient *patient = freshPatient(AgeGroup::Over18, doctor);
             if (!patient)
                 return;
-            fault.lines += addVisit(patient->egn, doctor, day, {{"1", 0}, {"31-2", permanentField()}, {"31-2", permanentField()}});
+            fault.lines +=
+                addVisit(patient->egn, doctor, day, {{"1", 0}, {"31-2", permanentField()}, {"31-2", permanentField()}});
             fault.EGN = patient->egn;
         }
         m_faults << fault;
@@ -203,7 +207,8 @@ private:
     // A line of the fund's activities whose price or minutes were left out.
     void lineWithout(ClaimRule rule, const QString &column, const QVariant &value)
     {
-        const MonthLine *line = someLine([](const MonthLine &line) { return line.KodHelp == u"301" || line.KodHelp == u"101"; });
+        const MonthLine *line =
+            someLine([](const MonthLine &line) { return line.KodHelp == u"301" || line.KodHelp == u"101"; });
         if (!line)
             return;
         store::run(m_clinic, QStringLiteral("UPDATE Help SET %1 = ? WHERE ID = ?").arg(column), {value, line->id});
@@ -331,13 +336,15 @@ private:
     }
 
     // A patient registered by the month, of the age group all through it when one is asked for.
-    const DemoPatient *somePatient(std::optional<AgeGroup> group, const std::function<bool(const DemoPatient &)> &fits = {})
+    const DemoPatient *somePatient(std::optional<AgeGroup> group,
+                                   const std::function<bool(const DemoPatient &)> &fits = {})
     {
         const int start = m_random.bounded(int(m_patients.size()));
         for (int i = 0; i < m_patients.size(); ++i) {
             const DemoPatient &patient = m_patients.at((start + i) % m_patients.size());
-            if (patient.registered <= m_first && (!group || (groupOn(patient, m_first) == group && groupOn(patient, m_last) == group))
-                && (!fits || fits(patient)))
+            if (patient.registered <= m_first &&
+                (!group || (groupOn(patient, m_first) == group && groupOn(patient, m_last) == group)) &&
+                (!fits || fits(patient)))
                 return &patient;
         }
         return nullptr;
@@ -356,11 +363,11 @@ private:
         const QString last = dates::toIso(QDate(m_first.year(), 12, 31));
         const auto ofDoctor = [doctor](const DemoPatient &patient) { return doctor < 0 || patient.doctor == doctor; };
         const DemoPatient *patient = somePatient(group, [&](const DemoPatient &candidate) {
-            return ofDoctor(candidate) && !m_usedPatients.contains(candidate.egn)
-                   && store::scalar(m_clinic, QStringLiteral("SELECT COUNT(*) FROM Help WHERE EGN = ? AND Data >= ? AND Data <= ?"),
-                                    {candidate.egn, first, last})
-                              .toInt()
-                          == 0;
+            return ofDoctor(candidate) && !m_usedPatients.contains(candidate.egn) &&
+                   store::scalar(m_clinic,
+                                 QStringLiteral("SELECT COUNT(*) FROM Help WHERE EGN = ? AND Data >= ? AND Data <= ?"),
+                                 {candidate.egn, first, last})
+                           .toInt() == 0;
         });
         if (!patient)
             patient = somePatient(group, ofDoctor);

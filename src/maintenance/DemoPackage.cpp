@@ -11,7 +11,10 @@ DemoPackage::DemoPackage(const reports::AnnualPackageTable &packages, const Fund
 {
 }
 
-const AnnualPackage *DemoPackage::find(int year, AgeGroup group) const { return m_packages.find(year, group); }
+const AnnualPackage *DemoPackage::find(int year, AgeGroup group) const
+{
+    return m_packages.find(year, group);
+}
 
 bool DemoPackage::take(DemoPackageYear &year, const QString &egn, const QDate &day, const QString &code,
                        const QString &kodZab) const
@@ -34,8 +37,8 @@ bool DemoPackage::take(DemoPackageYear &year, const QString &egn, const QDate &d
         return true;
     if (!package || year.activities >= package->activities)
         return false;
-    const bool endodontic = package->endodonticPermanent >= 0 && reports::IsEndodonticCode(code)
-                            && reports::claims::OnPermanentTooth(kodZab);
+    const bool endodontic = package->endodonticPermanent >= 0 && reports::IsEndodonticCode(code) &&
+                            reports::claims::OnPermanentTooth(kodZab);
     if (endodontic && year.endodontic >= package->endodonticPermanent)
         return false;
     ++year.activities;

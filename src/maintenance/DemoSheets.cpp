@@ -32,7 +32,8 @@ DemoLine DemoSheets::fundLine(const QString &egn, int doctor, const QDate &day, 
     return DemoLine{egn,
                     day,
                     code.Help,
-                    field ? QVariant(QString::number(toothmap::toothOf(field))) : QVariant(QMetaType(QMetaType::QString)),
+                    field ? QVariant(QString::number(toothmap::toothOf(field)))
+                          : QVariant(QMetaType(QMetaType::QString)),
                     store::textOrNull(code.TextHelp),
                     code.KodHelp,
                     listId,
@@ -46,8 +47,8 @@ void DemoSheets::add(const DemoLine &line)
     // The print of the ambulatory sheet clears ZK and sets Schet; a line of this month is
     // still as the entry left it, waiting for the print.
     const bool printed = line.Data < m_monthStart;
-    m_help.add({line.EGN, dates::toIso(line.Data), line.Help, line.KodZab, line.TextHelp, line.KodHelp,
-                printed ? 0 : 1, line.ListID, m_doctors.at(line.doctor).code, line.Cena, line.Times, printed ? 1 : 0});
+    m_help.add({line.EGN, dates::toIso(line.Data), line.Help, line.KodZab, line.TextHelp, line.KodHelp, printed ? 0 : 1,
+                line.ListID, m_doctors.at(line.doctor).code, line.Cena, line.Times, printed ? 1 : 0});
     ++m_lines;
 }
 
@@ -58,7 +59,8 @@ void DemoSheets::addSomeReferral(const QString &egn, const QDate &day, const QSt
     if (roll < 3)
         addReferral(egn, day, listId, number());
     else if (roll < 5)
-        store::run(m_clinic, QStringLiteral("INSERT INTO Invest (EGN, ListID, Data, Nomer, Kod1, Kod2) VALUES (?,?,?,?,?,?)"),
+        store::run(m_clinic,
+                   QStringLiteral("INSERT INTO Invest (EGN, ListID, Data, Nomer, Kod1, Kod2) VALUES (?,?,?,?,?,?)"),
                    {egn, listId, date, number(), QStringLiteral("10.11"), QVariant()});
     else if (roll < 7)
         store::run(m_clinic, QStringLiteral("INSERT INTO Spec (EGN, ListID, Data, SISP1, SISP2) VALUES (?,?,?,?,?)"),
