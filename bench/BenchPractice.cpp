@@ -14,8 +14,9 @@ namespace benchpractice {
 
 QString practiceFolder(int patients, int doctors, int years, quint32 seed)
 {
+    // The generator's version is in the name: a folder of an older generator is another practice.
     const QString folder = QDir::tempPath()
-        + QStringLiteral("/velmorata-bench-%1-%2-%3-%4").arg(patients).arg(doctors).arg(years).arg(seed);
+        + QStringLiteral("/velmorata-bench-%1-%2-%3-%4-v%5").arg(patients).arg(doctors).arg(years).arg(seed).arg(DemoGeneratorVersion);
     if (QFile::exists(folder + QStringLiteral("/complete")))
         return folder;
     QDir(folder).removeRecursively();

@@ -3,9 +3,11 @@
 #include "admin/AccessCodes.h"
 #include "admin/Doctors.h"
 #include "admin/MedicUnit.h"
+#include "maintenance/DemoPackage.h"
 #include "maintenance/DemoPeople.h"
 #include "maintenance/DemoRows.h"
 #include "maintenance/DemoServices.h"
+#include "maintenance/DemoSheets.h"
 #include "patients/EgnRules.h"
 #include "patients/ToothMap.h"
 #include "store/Dates.h"
@@ -61,6 +63,9 @@ public:
 
     Result<DemoSummary> build()
     {
+        const auto packages = reports::AnnualPackageTable::load(m_options.folder);
+        if (!packages)
+            return Result<DemoSummary>::failure(packages.error());
         loadPlaces();
         store::Transaction transaction(m_db);
         // Inside the transaction, so that a second run cannot slip in between the look and the writes.
@@ -70,11 +75,7 @@ public:
         addDoctors();
         addMedicUnit();
         addPatients();
-        QList<DemoPatient> patients;
-        patients.reserve(m_patients.size());
-        for (const PatientRow &row : m_patients)
-            patients << row.patient;
-        m_summary.serviceLines = addDemoServices(m_db, m_random, m_options, m_summary.doctors, patients);
+        addServices(packages.value());
         addDiary();
         transaction.commit();
         m_summary.patients = int(m_patients.size());
@@ -82,6 +83,21 @@ public:
     }
 
 private:
+    void addServices(const reports::AnnualPackageTable &packages)
+    {
+        QList<DemoPatient> patients;
+        patients.reserve(m_patients.size());
+        for (const PatientRow &row : m_patients)
+            patients << row.patient;
+        const FundPriceTable prices = FundPriceTable::load(m_db);
+        const DemoPackage package(packages, prices);
+        DemoSheets sheets(m_db, m_random, m_options.today, m_summary.doctors, prices);
+        addDemoServices(sheets, m_random, m_options, patients, package, prices);
+        if (m_options.faults)
+            m_summary.faults = addDemoFaults(sheets, m_db, m_options, patients, package);
+        m_summary.serviceLines = sheets.lines();
+    }
+
     bool holdsPeople() const
     {
         return store::scalar(m_db, QStringLiteral("SELECT (SELECT COUNT(*) FROM Medic) + (SELECT COUNT(*) FROM Pacients)")).toInt() > 0;

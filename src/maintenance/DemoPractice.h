@@ -1,5 +1,6 @@
 #pragma once
 
+#include "maintenance/DemoFaults.h"
 #include "store/Result.h"
 
 #include <QDate>
@@ -9,7 +10,8 @@
 // A believable synthetic practice for trying the program and for the benchmarks: doctors,
 // patients with valid numbers and three-part names, addresses by post code, charts, services
 // by the short codes over the years, referrals and diary pages. The same seed and the same
-// "today" give the same practice.
+// "today" give the same practice. Its claims keep the fund's rules, so that the claims check
+// finds nothing unless faults are asked for.
 struct DemoOptions final
 {
     // The bounds of each option: a practice of thirty years is long, of two million patients
@@ -27,7 +29,12 @@ struct DemoOptions final
     int years = 3;
     quint32 seed = 1;
     QDate today = QDate::currentDate();
+    bool faults = false; // a handful of faults made on purpose for the claims check to find
 };
+
+// Raised whenever the generator makes a different practice of the same options, so that a
+// practice generated once and kept (the benchmarks') is not taken for the new one.
+inline constexpr int DemoGeneratorVersion = 2;
 
 struct DemoDoctor final
 {
@@ -40,7 +47,8 @@ struct DemoSummary final
 {
     QList<DemoDoctor> doctors;
     int patients = 0;
-    qint64 serviceLines = 0;
+    qint64 serviceLines = 0; // the faults' lines included
+    QList<DemoFault> faults;
 };
 
 // The first option out of its bounds, as a message; empty when all are good.
@@ -51,5 +59,5 @@ QString demoOptionsFault(const DemoOptions &options);
 // that check runs inside the transaction that writes the practice. Every doctor's days stay
 // within the minutes of a working day: visits that find a doctor's days full are left out, so
 // that too few doctors for the patients give fewer visits, never a sheet number beyond the
-// doctor's series.
+// doctor's series. The fund's annual package is read from the folder's table.
 Result<DemoSummary> generateDemoPractice(const DemoOptions &options);

@@ -1,12 +1,11 @@
 #include "maintenance/DemoServices.h"
 
 #include "maintenance/DemoDays.h"
-#include "maintenance/DemoRows.h"
+#include "maintenance/DemoPackage.h"
+#include "maintenance/DemoSheets.h"
 #include "patients/ToothMap.h"
-#include "store/Dates.h"
 #include "treatment/FundPrice.h"
 #include "treatment/Minutes.h"
-#include "treatment/SheetNumbers.h"
 #include "treatment/ShortCodes.h"
 
 #include <algorithm>
@@ -15,6 +14,9 @@
 namespace {
 
 constexpr int MaxLinesOfVisit = 4; // an examination and up to three treatments
+// A patient comes up to this many times in a calendar year; the package soon leaves nothing
+// to claim on the later visits but a follow-up examination.
+constexpr int MaxVisitsOfYear = 3;
 
 struct PlannedVisit
 {
@@ -54,14 +56,19 @@ const QList<quint8> &treatmentCodes(bool milkTeeth)
     return milkTeeth ? child : adult;
 }
 
+QString toothText(int field)
+{
+    return field ? QString::number(toothmap::toothOf(field)) : QString();
+}
+
 class ServicePlanner final
 {
 public:
-    ServicePlanner(QRandomGenerator &random, const DemoOptions &options, int doctors,
-                   const QList<DemoPatient> &patients, const FundPriceTable &prices)
+    ServicePlanner(QRandomGenerator &random, const DemoOptions &options, int doctors, const QList<DemoPatient> &patients,
+                   const DemoPackage &package, const FundPriceTable &prices)
         : m_random(random)
-        , m_options(options)
         , m_patients(patients)
+        , m_package(package)
         , m_prices(prices)
         , m_days(options.today.addYears(-options.years).addDays(1), options.today, doctors, MinutesOfDay)
     {
@@ -81,40 +88,72 @@ public:
 private:
     void planPatient(int p, QList<PlannedVisit> &visits)
     {
-        const DemoPatient &patient = m_patients.at(p);
-        const int from = m_days.firstOnOrAfter(patient.registered);
-        if (from >= m_days.count())
-            return;
-        QList<int> picks(m_random.bounded(3 * m_options.years + 1));
-        for (int &pick : picks)
-            pick = from + m_random.bounded(m_days.count() - from);
-        std::sort(picks.begin(), picks.end());
-        int examYear = 0;
-        for (const int pick : picks) {
-            const QDate date = m_days.day(pick);
-            PlannedVisit visit = makeVisit(patient, date, date.year() != examYear);
-            visit.day = m_days.book(patient.doctor, pick, minutesOf(visit, patient, date));
-            visit.patient = p;
-            if (visit.day < 0)
-                continue; // the doctor's days around it are full
-            if (codeAt(visit.code[0]).KodHelp == u"101")
-                examYear = date.year();
-            visits << visit;
+        DemoPackageYear counted;
+        for (int from = m_days.firstOnOrAfter(m_patients.at(p).registered); from < m_days.count();) {
+            const int end = m_days.firstOnOrAfter(QDate(m_days.day(from).year() + 1, 1, 1));
+            planYear(p, from, end, counted, visits);
+            from = end;
         }
     }
 
-    PlannedVisit makeVisit(const DemoPatient &patient, const QDate &date, bool exam)
+    // The visits of one calendar year, days [from, end) of it, in the order of their days, so
+    // that the package is counted as the fund counts it.
+    void planYear(int p, int from, int end, DemoPackageYear &counted, QList<PlannedVisit> &visits)
     {
-        PlannedVisit visit;
-        if (exam)
-            visit.code[visit.lines++] = codeIndex(QStringLiteral("1"));
+        const DemoPatient &patient = m_patients.at(p);
+        QList<int> picks(m_random.bounded(MaxVisitsOfYear + 1));
+        for (int &pick : picks)
+            pick = from + m_random.bounded(end - from);
+        std::sort(picks.begin(), picks.end());
+        int next = from;
+        for (const int pick : picks) {
+            if (std::max(pick, next) >= end)
+                break;
+            const QDate planned = m_days.day(std::max(pick, next));
+            DemoPackageYear trial = counted;
+            PlannedVisit visit = makeVisit(patient, planned, trial);
+            if (visit.lines == 0)
+                continue;
+            const int booked = m_days.book(patient.doctor, std::max(pick, next), minutesOf(visit, patient, planned));
+            if (booked < 0)
+                continue; // the doctor's days around it are full
+            // A visit moved to a later day is counted again on that day: the age group may have changed.
+            visit = keepPaid(visit, patient, m_days.day(booked), counted);
+            if (visit.lines == 0)
+                continue;
+            visit.day = booked;
+            visit.patient = p;
+            visits << visit;
+            next = booked + 1;
+        }
+    }
+
+    // An examination when the year has none yet, and one to three treatments, of what the fund pays.
+    PlannedVisit makeVisit(const DemoPatient &patient, const QDate &date, DemoPackageYear &counted)
+    {
+        PlannedVisit candidate;
+        candidate.code[candidate.lines++] = codeIndex(QStringLiteral("1"));
         const QList<quint8> &codes = treatmentCodes(hasMilkTeeth(patient, date));
         for (int n = 1 + m_random.bounded(3); n > 0; --n) {
             const quint8 code = codes.at(m_random.bounded(int(codes.size())));
-            visit.field[visit.lines] = quint8(toothField(codeAt(code)));
-            visit.code[visit.lines++] = code;
+            candidate.field[candidate.lines] = quint8(toothField(codeAt(code)));
+            candidate.code[candidate.lines++] = code;
         }
-        return visit;
+        return keepPaid(candidate, patient, date, counted);
+    }
+
+    // The lines of the visit that the fund pays on `date`, counted into the patient's year.
+    PlannedVisit keepPaid(const PlannedVisit &visit, const DemoPatient &patient, const QDate &date,
+                          DemoPackageYear &counted) const
+    {
+        PlannedVisit kept;
+        for (int i = 0; i < visit.lines; ++i) {
+            if (!m_package.take(counted, patient.egn, date, codeAt(visit.code[i]).KodHelp, toothText(visit.field[i])))
+                continue;
+            kept.field[kept.lines] = visit.field[i];
+            kept.code[kept.lines++] = visit.code[i];
+        }
+        return kept;
     }
 
     int toothField(const ShortCode &code)
@@ -140,92 +179,24 @@ private:
     }
 
     QRandomGenerator &m_random;
-    const DemoOptions &m_options;
     const QList<DemoPatient> &m_patients;
+    const DemoPackage &m_package;
     const FundPriceTable &m_prices;
     DemoDays m_days;
 };
 
-class ServiceWriter final
-{
-public:
-    ServiceWriter(const QSqlDatabase &clinic, QRandomGenerator &random, const DemoOptions &options,
-                  const QList<DemoDoctor> &doctors, const FundPriceTable &prices)
-        : m_clinic(clinic)
-        , m_random(random)
-        , m_doctors(doctors)
-        , m_prices(prices)
-        , m_monthStart(options.today.year(), options.today.month(), 1)
-        , m_help(clinic, QStringLiteral("Help"),
-                 {QStringLiteral("EGN"), QStringLiteral("Data"), QStringLiteral("Help"), QStringLiteral("KodZab"),
-                  QStringLiteral("TextHelp"), QStringLiteral("KodHelp"), QStringLiteral("ZK"), QStringLiteral("ListID"),
-                  QStringLiteral("KodMedic"), QStringLiteral("Cena"), QStringLiteral("Times"), QStringLiteral("Schet")})
-    {
-    }
-
-    // One sheet per visit, numbered per doctor and year in the order of the days.
-    void write(const PlannedVisit &visit, const DemoPatient &patient, const QDate &date)
-    {
-        const QString listId = sheetNumberText(++m_sheets[{patient.doctor, date.year()}]);
-        for (int i = 0; i < visit.lines; ++i)
-            addLine(patient, date, codeAt(visit.code[i]), visit.field[i], listId);
-        addReferral(patient, date, listId);
-    }
-
-    qint64 lines() const { return m_lines; }
-
-private:
-    void addLine(const DemoPatient &patient, const QDate &date, const ShortCode &code, int field, const QString &listId)
-    {
-        const auto price = m_prices.priceFor(code.fundKey, patient.egn, date);
-        const FundPrice priced = price ? price.value() : FundPrice{};
-        // The print of the ambulatory sheet clears ZK and sets Schet; a line of this month is
-        // still as the entry left it, waiting for the print.
-        const bool printed = date < m_monthStart;
-        m_help.add({patient.egn, dates::toIso(date), code.Help,
-                    field ? QVariant(QString::number(toothmap::toothOf(field))) : QVariant(QMetaType(QMetaType::QString)),
-                    store::textOrNull(code.TextHelp), code.KodHelp, printed ? 0 : 1, listId,
-                    m_doctors.at(patient.doctor).code, priced.storedPrice(), int(priced.minutes), printed ? 1 : 0});
-        ++m_lines;
-    }
-
-    void addReferral(const DemoPatient &patient, const QDate &date, const QString &listId)
-    {
-        const int roll = m_random.bounded(100);
-        const QString day = dates::toIso(date);
-        if (roll < 3)
-            store::run(m_clinic, QStringLiteral("INSERT INTO Path (EGN, ListID, Data, Nomer, SIMP, BCD) VALUES (?,?,?,?,?,?)"),
-                       {patient.egn, listId, day, number(), QStringLiteral("64"), QStringLiteral("1")});
-        else if (roll < 5)
-            store::run(m_clinic, QStringLiteral("INSERT INTO Invest (EGN, ListID, Data, Nomer, Kod1, Kod2) VALUES (?,?,?,?,?,?)"),
-                       {patient.egn, listId, day, number(), QStringLiteral("10.11"), QVariant()});
-        else if (roll < 7)
-            store::run(m_clinic, QStringLiteral("INSERT INTO Spec (EGN, ListID, Data, SISP1, SISP2) VALUES (?,?,?,?,?)"),
-                       {patient.egn, listId, day, QStringLiteral("62"), QVariant()});
-    }
-
-    QString number() { return QStringLiteral("%1").arg(m_random.bounded(1000000), 6, 10, QChar(u'0')); }
-
-    QSqlDatabase m_clinic;
-    QRandomGenerator &m_random;
-    const QList<DemoDoctor> &m_doctors;
-    const FundPriceTable &m_prices;
-    QDate m_monthStart;
-    DemoRows m_help;
-    QHash<QPair<int, int>, int> m_sheets; // (doctor, year) -> last sheet number
-    qint64 m_lines = 0;
-};
-
 } // namespace
 
-qint64 addDemoServices(const QSqlDatabase &clinic, QRandomGenerator &random, const DemoOptions &options,
-                       const QList<DemoDoctor> &doctors, const QList<DemoPatient> &patients)
+void addDemoServices(DemoSheets &sheets, QRandomGenerator &random, const DemoOptions &options,
+                     const QList<DemoPatient> &patients, const DemoPackage &package, const FundPriceTable &prices)
 {
-    const FundPriceTable prices = FundPriceTable::load(clinic);
-    ServicePlanner planner(random, options, int(doctors.size()), patients, prices);
-    const QList<PlannedVisit> visits = planner.plan();
-    ServiceWriter writer(clinic, random, options, doctors, prices);
-    for (const PlannedVisit &visit : visits)
-        writer.write(visit, patients.at(visit.patient), planner.days().day(visit.day));
-    return writer.lines();
+    ServicePlanner planner(random, options, int(sheets.doctors().size()), patients, package, prices);
+    for (const PlannedVisit &visit : planner.plan()) {
+        const DemoPatient &patient = patients.at(visit.patient);
+        const QDate date = planner.days().day(visit.day);
+        const QString listId = sheets.takeSheet(patient.doctor, date);
+        for (int i = 0; i < visit.lines; ++i)
+            sheets.add(sheets.fundLine(patient.egn, patient.doctor, date, codeAt(visit.code[i]), visit.field[i], listId));
+        sheets.addSomeReferral(patient.egn, date, listId);
+    }
 }

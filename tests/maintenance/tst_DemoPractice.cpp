@@ -2,6 +2,7 @@
 #include "maintenance/DemoPractice.h"
 #include "patients/EgnRules.h"
 #include "patients/ToothMap.h"
+#include "reports/ClaimsCheck.h"
 #include "store/Dates.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
@@ -12,6 +13,8 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
@@ -34,6 +37,22 @@ QList<QVariantList> rows(const QString &sql)
 
 int count(const QString &sql) { return store::scalar(store::clinicDb(), sql).toInt(); }
 
+// The codes of the rules the claims check finds for every doctor of the open practice between
+// the two days.
+QSet<QString> foundRules(const QDate &from, const QDate &to, const QDate &today)
+{
+    QSet<QString> codes;
+    const reports::Period period = reports::CheckPeriod(dates::toTyped(from), dates::toTyped(to)).period;
+    for (const QVariantList &doctor : rows(QStringLiteral("SELECT KodMedic FROM Medic"))) {
+        const auto findings = reports::CheckClaims(period, doctor.at(0).toString(), today);
+        if (!findings)
+            qFatal("%s", qPrintable(findings.error()));
+        for (const reports::ClaimFinding &finding : findings.value())
+            codes << reports::ClaimRuleOf(finding.rule).code;
+    }
+    return codes;
+}
+
 } // namespace
 
 class TestDemoPractice final : public QObject
@@ -50,6 +69,8 @@ private slots:
         QTest::newRow("usual practice") << 2 << 400 << 3 << QDate(2026, 11, 20);
         QTest::newRow("children with milk teeth") << 2 << 600 << 2 << QDate(2015, 3, 16);
         QTest::newRow("one doctor, far too many patients") << 1 << 6000 << 1 << QDate(2026, 11, 20);
+        // The package table ends with 2030: the later years' claims are examinations alone.
+        QTest::newRow("years past the package table") << 2 << 300 << 3 << QDate(2032, 2, 10);
     }
     void followsTheProgramsRules()
     {
@@ -67,7 +88,77 @@ private slots:
         checkDays(today);
         checkPrices();
         checkDiary();
+        // A practice under contract: the check finds nothing in any doctor's claims of its whole span.
+        QCOMPARE(foundRules(today.addYears(-years).addDays(1), today, today), QSet<QString>());
         store::closeStore();
+    }
+
+    // The faults asked for are a handful whatever the practice's size, on top of the same
+    // practice, and the check finds each of them and nothing else.
+    void faultsAreFoundByTheCheck_data()
+    {
+        QTest::addColumn<int>("doctors");
+        QTest::addColumn<int>("patients");
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<QStringList>("notShown");
+        QTest::newRow("two doctors, children") << 2 << 500 << QDate(2026, 11, 20) << QStringList{"PACKAGE-UNKNOWN"};
+        QTest::newRow("one doctor, a January") << 1 << 300 << QDate(2026, 2, 3) << QStringList{"PACKAGE-UNKNOWN"};
+        QTest::newRow("no child, no package") << 2 << 300 << QDate(2031, 5, 12) << QStringList{"PACKAGE", "PACKAGE-ENDO"};
+    }
+    void faultsAreFoundByTheCheck()
+    {
+        QFETCH(int, doctors);
+        QFETCH(int, patients);
+        QFETCH(QDate, today);
+        QFETCH(QStringList, notShown);
+        QTemporaryDir clean, faulty;
+        const auto plain = generateDemoPractice({clean.path(), doctors, patients, 1, 9, today});
+        store::closeStore();
+        const auto made = generateDemoPractice({faulty.path(), doctors, patients, 1, 9, today, true});
+        QVERIFY2(plain.ok() && made.ok(), qPrintable(plain.ok() ? made.error() : plain.error()));
+        QSet<QString> meant;
+        int faultLines = 0;
+        for (const DemoFault &fault : made->faults) {
+            for (const reports::ClaimRule rule : fault.rules)
+                meant << reports::ClaimRuleOf(rule).code;
+            faultLines += fault.lines;
+        }
+        QSet<QString> expected;
+        for (const reports::ClaimRuleInfo &rule : reports::ClaimRules())
+            if (!notShown.contains(rule.code))
+                expected << rule.code;
+        QCOMPARE(meant, expected);
+        QVERIFY2(made->faults.size() <= reports::ClaimRules().size() && faultLines < 40, qPrintable(QString::number(faultLines)));
+        QCOMPARE(made->patients, plain->patients);
+        QCOMPARE(made->serviceLines, plain->serviceLines + faultLines);
+        QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM Help")), made->serviceLines);
+        // The month before today's holds them, and a line after today the month after it.
+        const QDate month = QDate(today.year(), today.month(), 1).addMonths(-1);
+        QCOMPARE(foundRules(month, today.addMonths(1), today), meant);
+        store::closeStore();
+    }
+
+    // The flag reaches the generator from the command line, whose summary counts and lists the
+    // faults; a month's check of a listed doctor finds something.
+    void commandLineMakesTheFaults()
+    {
+        QTemporaryDir folder;
+        const QString binary = qEnvironmentVariable("VELMORATA_BINARY");
+        QProcess demo;
+        demo.start(binary, {"demo", "--data-dir", folder.path(), "--patients", "300", "--today", "20.11.2026", "--faults"});
+        QVERIFY(demo.waitForFinished(120000));
+        QCOMPARE(demo.exitCode(), 0);
+        const QStringList out = QString::fromUtf8(demo.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        const qsizetype head = out.indexOf(QRegularExpression(QStringLiteral("^Faults made on purpose: \\d+$")));
+        QVERIFY2(head >= 0, qPrintable(out.join(u'\n')));
+        const qsizetype listed = out.size() - head - 1;
+        QVERIFY(listed >= 15);
+        QCOMPARE(out.at(head).section(u' ', -1).toInt(), listed);
+        QProcess check;
+        check.start(binary, {"report", "check", "--data-dir", folder.path(), "--doctor", out.last().section(u'\t', 3),
+                             "--from", "01.10.2026", "--to", "31.10.2026", "--today", "20.11.2026"});
+        QVERIFY(check.waitForFinished(120000));
+        QCOMPARE(check.exitCode(), 1);
     }
 
     void boundsAreRefused_data()

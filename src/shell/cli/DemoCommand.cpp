@@ -31,6 +31,19 @@ bool readCount(const QCommandLineParser &parser, const QCommandLineOption &optio
     return false;
 }
 
+// What the check is to find, one fault a line: its rules' codes, the number, the day, the doctor.
+void printFaults(const QList<DemoFault> &faults, QTextStream &out)
+{
+    out << "Faults made on purpose: " << faults.size() << '\n';
+    for (const DemoFault &fault : faults) {
+        QStringList codes;
+        for (const reports::ClaimRule rule : fault.rules)
+            codes << reports::ClaimRuleOf(rule).code;
+        out << "  " << codes.join(u',') << '\t' << fault.EGN << '\t' << dates::toTyped(fault.date) << '\t'
+            << fault.medicCode << '\n';
+    }
+}
+
 } // namespace
 
 int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
@@ -47,7 +60,10 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the invention, 0 to 4294967295 (1)."), QStringLiteral("S"));
     const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("The last day of the practice, in 2000..2099 (today)."),
                                    QStringLiteral("DD.MM.YYYY"));
-    parser.addOptions({dataDir, doctors, patients, years, seed, today});
+    const QCommandLineOption faults(QStringLiteral("faults"),
+                                    QStringLiteral("Also make a few faults on purpose, in the last full month before today, "
+                                                   "for the claims check (report check) to find."));
+    parser.addOptions({dataDir, doctors, patients, years, seed, today, faults});
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("demo: ")))
         return *ended;
     DemoOptions options;
@@ -61,6 +77,7 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     options.patients = int(patientCount);
     options.years = int(yearCount);
     options.seed = quint32(seedValue);
+    options.faults = parser.isSet(faults);
     // A doctor's days hold about a thousand patients' visits within the minutes of the day.
     options.doctors = parser.isSet(doctors) ? int(doctorCount)
                                             : std::clamp((options.patients + 999) / 1000, 2, DemoOptions::MaxDoctors);
@@ -87,6 +104,8 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     out << "Doctors (name, practice code, access code):\n";
     for (const DemoDoctor &doctor : summary->doctors)
         out << "  " << doctor.name << '\t' << doctor.code << '\t' << doctor.accessCode << '\n';
+    if (options.faults)
+        printFaults(summary->faults, out);
     out.flush();
     return 0;
 }
