@@ -4,7 +4,7 @@
 #include "maintenance/DemoPeople.h"
 #include "maintenance/DemoServices.h"
 #include "maintenance/DemoSheets.h"
-#include "reports/ClaimsData.h"
+#include "reports/AnnualPackage.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/Minutes.h"
@@ -352,7 +352,7 @@ private:
 
     static std::optional<AgeGroup> groupOn(const DemoPatient &patient, const QDate &day)
     {
-        return reports::claims::AgeGroupOn(patient.egn, day);
+        return reports::AgeGroupOn(patient.egn, day);
     }
 
     // Preferably a patient (of the doctor, where one is named) with no line in the year yet and

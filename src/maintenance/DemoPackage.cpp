@@ -1,6 +1,6 @@
 #include "maintenance/DemoPackage.h"
 
-#include "reports/ClaimsData.h"
+#include "reports/AnnualPackage.h"
 
 using reports::AgeGroup;
 using reports::AnnualPackage;
@@ -23,7 +23,7 @@ bool DemoPackage::take(DemoPackageYear &year, const QString &egn, const QDate &d
         year = DemoPackageYear{day.year()};
     if (!paidForAge(egn, day, code))
         return false;
-    const std::optional<AgeGroup> group = reports::claims::AgeGroupOn(egn, day);
+    const std::optional<AgeGroup> group = reports::AgeGroupOn(egn, day);
     if (!group)
         return true; // a number without a birth date is not judged by age
     const AnnualPackage *package = m_packages.find(day.year(), *group);
@@ -38,7 +38,7 @@ bool DemoPackage::take(DemoPackageYear &year, const QString &egn, const QDate &d
     if (!package || year.activities >= package->activities)
         return false;
     const bool endodontic = package->endodonticPermanent >= 0 && reports::IsEndodonticCode(code) &&
-                            reports::claims::OnPermanentTooth(kodZab);
+                            reports::OnPermanentTooth(kodZab);
     if (endodontic && year.endodontic >= package->endodonticPermanent)
         return false;
     ++year.activities;

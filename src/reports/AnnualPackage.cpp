@@ -1,5 +1,7 @@
 #include "reports/AnnualPackage.h"
 
+#include "patients/EgnRules.h"
+#include "patients/ToothMap.h"
 #include "reports/ActivityCodes.h"
 #include "store/Csv.h"
 
@@ -66,6 +68,22 @@ bool overlaps(const AnnualPackage &a, const AnnualPackage &b)
 QString AgeGroupText(AgeGroup group)
 {
     return group == AgeGroup::UpTo18 ? QStringLiteral("до 18") : QStringLiteral("над 18");
+}
+
+std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day)
+{
+    const auto over = EgnOverEighteen(egn, day);
+    if (!over)
+        return std::nullopt;
+    return *over ? AgeGroup::Over18 : AgeGroup::UpTo18;
+}
+
+bool OnPermanentTooth(const QString &kodZab)
+{
+    bool ok = false;
+    const int tooth = kodZab.trimmed().toInt(&ok);
+    const toothmap::Position *place = ok ? toothmap::positionOfTooth(tooth) : nullptr;
+    return place && !place->milk;
 }
 
 bool IsEndodonticCode(const QString &code) { return code == u"332" || code == u"333"; }

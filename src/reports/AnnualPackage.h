@@ -3,8 +3,11 @@
 #include "store/Csv.h"
 #include "store/Result.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
+
+#include <optional>
 
 // What the fund pays a patient in one calendar year: one examination and a number of activities,
 // by the age group on the day of the service. The numbers change with each national framework
@@ -27,6 +30,14 @@ struct AnnualPackage final
     int endodonticPermanent = -1; // at most this many root treatments of permanent teeth; -1: no own limit
     QString contract;             // the contract the row comes from
 };
+
+// The age group on a day, or nullopt when the number names no birth date: up to 18 includes
+// the eighteenth birthday itself.
+std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day);
+
+// Whether a line's tooth (Help.KodZab, an FDI number) is a permanent one; a tooth that names no
+// position is not judged.
+bool OnPermanentTooth(const QString &kodZab);
 
 // The activities a package counts: the fillings (301-304 and their letters) and the extractions
 // 508 and 509, and up to eighteen the root treatments 332 and 333 as well.

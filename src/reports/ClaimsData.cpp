@@ -1,7 +1,5 @@
 #include "reports/ClaimsData.h"
 
-#include "patients/EgnRules.h"
-#include "patients/ToothMap.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 
@@ -107,14 +105,6 @@ private:
 
 } // namespace
 
-std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day)
-{
-    const auto over = EgnOverEighteen(egn, day);
-    if (!over)
-        return std::nullopt;
-    return *over ? AgeGroup::Over18 : AgeGroup::UpTo18;
-}
-
 ClaimsData ReadClaimsData(const QSqlDatabase &clinic, const AnnualPackageTable &packages, const Period &period,
                           const QString &medicCode, const QDate &today)
 {
@@ -136,14 +126,6 @@ ClaimsData ReadClaimsData(const QSqlDatabase &clinic, const AnnualPackageTable &
     reader.readReferrals(QStringLiteral("Invest"), QStringLiteral("направление за МДД и изследвания"), true, data);
     reader.readReferrals(QStringLiteral("Spec"), QStringLiteral("насочване към специалист"), false, data);
     return data;
-}
-
-bool OnPermanentTooth(const QString &kodZab)
-{
-    bool ok = false;
-    const int tooth = kodZab.trimmed().toInt(&ok);
-    const toothmap::Position *place = ok ? toothmap::positionOfTooth(tooth) : nullptr;
-    return place && !place->milk;
 }
 
 ClaimFinding LineFinding(ClaimRule rule, const ServiceLine &line, const QString &text)

@@ -73,13 +73,6 @@ struct ClaimsData final
 ClaimsData ReadClaimsData(const QSqlDatabase &clinic, const AnnualPackageTable &packages, const Period &period,
                           const QString &medicCode, const QDate &today);
 
-// The age group on a day, or nullopt when the number names no birth date.
-std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day);
-
-// Whether a line's tooth (Help.KodZab, an FDI number) is a permanent one; a tooth that names no
-// position is not judged.
-bool OnPermanentTooth(const QString &kodZab);
-
 // The rules, each group appending its findings (names are filled in afterwards).
 void CheckLineRules(const ClaimsData &data, QList<ClaimFinding> &findings);    // codes, prices, dates, teeth
 void CheckYearRules(const ClaimsData &data, QList<ClaimFinding> &findings);    // examinations and the package
