@@ -313,7 +313,8 @@ private:
                     lines << indent + (finding.EGN + QStringLiteral("  ") + finding.name).trimmed();
                 indent += QStringLiteral("  ");
             }
-            lines << indent + QStringList{finding.date.isValid() ? dates::toTyped(finding.date) : QString(), finding.ListID, finding.text}.join(u'|');
+            const QString date = finding.date.isValid() ? dates::toTyped(finding.date) : QString();
+            lines << indent + QStringList{date, finding.ListID, finding.text}.join(u'|');
         }
         return lines;
     }

@@ -22,6 +22,9 @@ enum Column { DateColumn, SheetColumn, TextColumn, ColumnCount };
 constexpr int EgnRole = Qt::UserRole;
 constexpr int NameRole = Qt::UserRole + 1;
 
+// A rule with more findings than this opens folded, so that the rules after it stay in sight.
+constexpr qsizetype UnfoldedFindings = 50;
+
 QLabel *headingLabel(const QString &name, QWidget *parent)
 {
     auto *label = new QLabel(parent);
@@ -134,6 +137,7 @@ void ClaimsCheckWindow::fillTree()
         const reports::ClaimRuleInfo &rule = reports::ClaimRuleOf(m_findings.at(first).rule);
         QTreeWidgetItem *ruleItem =
             addGroup(nullptr, QStringLiteral("%1 (%2): %3").arg(rule.title, rule.code).arg(ruleEnd - first));
+        const bool unfolded = ruleEnd - first <= UnfoldedFindings;
         while (first < ruleEnd) {
             const reports::ClaimFinding &finding = m_findings.at(first);
             const qsizetype patientEnd = runEnd(m_findings, first, samePatient);
@@ -145,9 +149,10 @@ void ClaimsCheckWindow::fillTree()
             }
             for (; first < patientEnd; ++first)
                 addFinding(parent, m_findings.at(first));
+            parent->setExpanded(true);
         }
+        ruleItem->setExpanded(unfolded);
     }
-    m_tree->expandAll();
     if (m_tree->topLevelItemCount() > 0)
         m_tree->setCurrentItem(m_tree->topLevelItem(0));
 }
