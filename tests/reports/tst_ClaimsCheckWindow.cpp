@@ -201,6 +201,22 @@ private slots:
         QCOMPARE(dialog->isVisible(), !written); // after "Да" the period waits for the report
     }
 
+    // The window, opened first from the menu, then again from the XML report's offer: closing
+    // it now leaves the period for the report.
+    void theReportsPeriodOutlivesAWindowOpenedFromTheMenu()
+    {
+        addFaults();
+        ClaimsCheckWindow *window = checkFromMenu(March, EndOfMarch);
+        QVERIFY(window);
+        m_window->action(QStringLiteral("mnuOtchetExportXML"))->trigger();
+        m_practice->dialogs().answers.push_back(true);
+        SeekDate *dialog = submitPeriod(March, EndOfMarch);
+        QCOMPARE(openWindows<ClaimsCheckWindow>(), QList<ClaimsCheckWindow *>{window});
+        window->close();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(dialog->isVisible());
+    }
+
 private:
     QString addPatient(const QDate &born, const QString &name)
     {
