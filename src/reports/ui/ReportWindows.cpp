@@ -7,7 +7,9 @@
 #include "base/Settings.h"
 #include "base/ui/BusyPointer.h"
 #include "base/ui/PrintPreview.h"
+#include "reports/ClaimsCheck.h"
 #include "reports/StomatologyXml.h"
+#include "reports/ui/ClaimsCheckWindow.h"
 #include "reports/ui/SeekDate.h"
 #include "store/Sql.h"
 
@@ -48,8 +50,46 @@ void rememberXmlFolder(const QString &savedPath)
     (void)settings.sync(); // a folder not remembered only costs a click next month
 }
 
+// The signed-in doctor's findings in the dialog's period; a check that cannot run says why.
+std::optional<QList<reports::ClaimFinding>> checkClaims(const SeekDate *dialog)
+{
+    Result<QList<reports::ClaimFinding>> checked = Result<QList<reports::ClaimFinding>>::failure({});
+    {
+        BusyPointer busy;
+        checked = reports::CheckClaims(dialog->period(), run().CurrentMedicCode, calendar::today());
+    }
+    if (!checked) {
+        dialogs().information(checked.error());
+        return std::nullopt;
+    }
+    return checked.value();
+}
+
+ClaimsCheckWindow *showFindings(SeekDate *dialog, const QList<reports::ClaimFinding> &findings)
+{
+    ClaimsCheckWindow *window =
+        ClaimsCheckWindow::open(dialog->parentWidget(), findings, dialog->period(), run().CurrentMedicName);
+    // The window may be open already, tied to the dialog's closing by an earlier check.
+    QObject::disconnect(window, &QObject::destroyed, dialog, nullptr);
+    return window;
+}
+
+// Before the report is written the period's findings are offered, while they can be mended:
+// true when the user takes the offer and the report waits. A check that cannot run holds
+// nothing up.
+bool findingsShownFirst(SeekDate *dialog)
+{
+    const auto findings = checkClaims(dialog);
+    if (!findings || findings->isEmpty() || !dialogs().question(reports::FindingsQuestion(int(findings->size()))))
+        return false;
+    showFindings(dialog, *findings);
+    return true;
+}
+
 void saveXmlReport(SeekDate *dialog)
 {
+    if (findingsShownFirst(dialog))
+        return; // the period stays in the dialog for the report after the mending
     std::optional<reports::XmlReport> report;
     {
         BusyPointer busy;
@@ -141,6 +181,18 @@ void openAccounting(SeekDate *dialog)
     Schet *form = Schet::open(dialog->parentWidget(), dialog->period());
     if (form)
         QObject::connect(form, &QObject::destroyed, dialog, [dialog] { dialog->close(); });
+}
+
+void openClaimsCheckPeriod(QWidget *parent) { SeekDate::openForClaimsCheck(parent); }
+
+// The window takes its period from the dialog, and closing it closes the dialog as well.
+void openClaimsCheck(SeekDate *dialog)
+{
+    const auto findings = checkClaims(dialog);
+    if (!findings)
+        return;
+    ClaimsCheckWindow *window = showFindings(dialog, *findings);
+    QObject::connect(window, &QObject::destroyed, dialog, [dialog] { dialog->close(); });
 }
 
 } // namespace reportsui

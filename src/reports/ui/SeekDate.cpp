@@ -62,10 +62,11 @@ SeekDate::SeekDate(QWidget *parent)
     connect(cancelButton, &QPushButton::clicked, this, &SeekDate::cancel);
 }
 
-SeekDate *SeekDate::show(QWidget *parent)
+SeekDate *SeekDate::show(QWidget *parent, Purpose purpose)
 {
     if (!s_open)
         s_open = new SeekDate(parent);
+    s_open->m_purpose = purpose;
     bringForward(s_open);
     s_open->m_from->setFocus();
     return s_open;
@@ -73,19 +74,15 @@ SeekDate *SeekDate::show(QWidget *parent)
 
 SeekDate *SeekDate::open(QWidget *parent, reports::ReportKind kind)
 {
-    SeekDate *dialog = show(parent);
+    SeekDate *dialog = show(parent, Purpose::Report);
     dialog->m_kind = kind;
-    dialog->m_purpose = Purpose::Report;
     run().ReportKind = reports::ReportKindText(kind);
     return dialog;
 }
 
-SeekDate *SeekDate::openForAccounting(QWidget *parent)
-{
-    SeekDate *dialog = show(parent);
-    dialog->m_purpose = Purpose::Accounting;
-    return dialog;
-}
+SeekDate *SeekDate::openForAccounting(QWidget *parent) { return show(parent, Purpose::Accounting); }
+
+SeekDate *SeekDate::openForClaimsCheck(QWidget *parent) { return show(parent, Purpose::ClaimsCheck); }
 
 // A date box taking the focus makes "Търси" the button Enter presses.
 bool SeekDate::eventFilter(QObject *watched, QEvent *event)
@@ -105,10 +102,17 @@ void SeekDate::search()
         return;
     }
     m_period = entry.period;
-    if (m_purpose == Purpose::Accounting)
+    switch (m_purpose) {
+    case Purpose::Accounting:
         reportsui::openAccounting(this);
-    else
+        break;
+    case Purpose::ClaimsCheck:
+        reportsui::openClaimsCheck(this);
+        break;
+    case Purpose::Report:
         reportsui::runReport(this);
+        break;
+    }
 }
 
 void SeekDate::cancel()

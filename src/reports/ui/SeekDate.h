@@ -14,13 +14,15 @@ class SeekDate final : public QDialog
 {
     Q_OBJECT
 public:
-    // What the dialog's "Търси" leads to: a report, or the accounting form (which the menu's
-    // "Осчетоводяване" does not reach, as that entry leads to the XML report).
-    enum class Purpose { Report, Accounting };
+    // What the dialog's "Търси" leads to: a report, the accounting form (which the menu's
+    // "Осчетоводяване" does not reach, as that entry leads to the XML report), or the check of
+    // the period's claims before the report.
+    enum class Purpose { Report, Accounting, ClaimsCheck };
 
     // Opens the one period dialog for `kind` (or brings it forward, now serving `kind`).
     static SeekDate *open(QWidget *parent, reports::ReportKind kind);
     static SeekDate *openForAccounting(QWidget *parent);
+    static SeekDate *openForClaimsCheck(QWidget *parent);
     static SeekDate *current() { return s_open; }
 
     explicit SeekDate(QWidget *parent = nullptr);
@@ -36,7 +38,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    static SeekDate *show(QWidget *parent);
+    static SeekDate *show(QWidget *parent, Purpose purpose);
     bool eventFilter(QObject *watched, QEvent *event) override;
     void search();
     void cancel();

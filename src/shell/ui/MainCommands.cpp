@@ -12,26 +12,12 @@
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
 #include "reports/ui/ReportWindows.h"
-#include "treatment/ui/DenHelp.h"
+#include "treatment/ui/TreatmentRoute.h"
 
 #include <QAction>
 #include <QMenu>
 
 namespace {
-
-// The treatment window of a patient. Opened from the name search, it closes the search with it.
-void openTreatment(const QString &egn, const QString &name, const QString &openMode, QWidget *owner)
-{
-    DenHelp *window = DenHelp::open(egn, name, openMode, owner);
-    if (!window)
-        return;
-    // The one treatment window is opened again and again: one connection serves every opening.
-    QObject::disconnect(window, &DenHelp::closed, owner, nullptr);
-    QObject::connect(window, &DenHelp::closed, owner, [](const QString &closedMode) {
-        if (closedMode != u"New")
-            SeekName::closeOpen();
-    });
-}
 
 // An item the system's own menu does not have, placed in a menu right after `before`.
 void insertItem(QMenu *menu, QAction *before, const QString &name, const QString &caption, QWidget *owner,
@@ -68,6 +54,12 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuOtMat"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Materials); });
     wire(QStringLiteral("mnuOtchetWorkGod"),
          [this] { reportsui::openReportPeriod(this, reports::ReportKind::FundSummary); });
+    // The check of a period's claims stands right before the XML report it prepares.
+    QMenu *reportsMenu = action(QStringLiteral("mnuOtcet"))->menu();
+    const QList<QAction *> reportItems = reportsMenu->actions();
+    insertItem(reportsMenu, reportItems.at(reportItems.indexOf(action(QStringLiteral("mnuOtchetExportXML"))) - 1),
+               QStringLiteral("mnuOtCheck"), QStringLiteral("Проверка преди отчета"), this,
+               [this] { reportsui::openClaimsCheckPeriod(this); });
     wire(QStringLiteral("mnuOtchetExportXML"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml); });
     wire(QStringLiteral("mnuOtSpecif"),
          [this] { reportsui::openReportPeriod(this, reports::ReportKind::Specification); });
@@ -101,7 +93,7 @@ void frmMain::openSearch(int purpose)
         if (chosenFor == 1)
             followCard(KartonAdd::openForCorrection(name, egn, this));
         else if (chosenFor == 2)
-            openTreatment(egn, name, QStringLiteral("Edit"), this);
+            treatmentui::openChosenPatient(egn, name, this);
         else if (chosenFor == 3)
             printRecord(egn);
     });
@@ -115,7 +107,7 @@ void frmMain::followCard(KartonAdd *card)
 
 void frmMain::treatNewPatient(const QString &egn, const QString &name)
 {
-    openTreatment(egn, name, QStringLiteral("New"), this);
+    treatmentui::openTreatment(egn, name, QStringLiteral("New"), this);
 }
 
 void frmMain::wire(const QString &name, std::function<void()> command)
