@@ -1,8 +1,10 @@
-// The diary: pages in date order, storing and refusing a page, and booking from the treatment window.
+// The diary: pages in date order, storing and refusing a page, booking from the treatment window, the print.
 #include "EscapeAsks.h"
 #include "TestPractice.h"
 
 #include "admin/Diary.h"
+#include "admin/DiaryPrint.h"
+#include "admin/DiaryPrintPage.h"
 #include "admin/ui/Grafic.h"
 #include "base/RunState.h"
 #include "store/Sql.h"
@@ -174,6 +176,88 @@ private slots:
         QCOMPARE(dialogs.messages.size(), page ? 0 : 1);
         QVERIFY(page || dialogs.messages.first().contains(QStringLiteral("Добави")));
         QCOMPARE(signedIn.count(u"1 = 1"_qs), page ? 1 : 0);
+    }
+
+    // The printed page: row labels and slots, the day printed for a cancelled choice.
+    void printRows_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<int>("slot");
+        QTest::newRow("first") << 0 << "7.30 - " << 0;
+        QTest::newRow("on the hour") << 1 << "8.00 - " << 1;
+        QTest::newRow("9.00") << 3 << "9.00 - " << 3;
+        QTest::newRow("9.30 prints the 9.00 slot") << 4 << "9.30 - " << 3;
+        QTest::newRow("10.00") << 5 << "10.00 - " << 5;
+        QTest::newRow("13.00 has no closing blank") << 11 << "13.00 -" << 11;
+        QTest::newRow("13.30") << 12 << "13.30 - " << 12;
+        QTest::newRow("last") << 25 << "20.00 - " << 25;
+    }
+    void printRows()
+    {
+        QFETCH(int, row);
+        QTEST(diaryprint::RowLabel(row), "label");
+        QTEST(diaryprint::RowSlot(row), "slot");
+    }
+
+    void printDay_data()
+    {
+        QTest::addColumn<DateChoice>("choice");
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<QDate>("shown");
+        QTest::addColumn<QDate>("looked");
+        const QDate chosen(2026, 4, 7);
+        QTest::newRow("chosen") << DateChoice{true, chosen} << QDate(2026, 3, 15) << chosen << chosen;
+        QTest::newRow("cancelled mid-month")
+            << DateChoice{false, QDate(2026, 3, 16)} << QDate(2026, 3, 15) << QDate(2026, 3, 16) << QDate(2026, 3, 16);
+        QTest::newRow("cancelled on the last of a month: the first of the same month")
+            << DateChoice{false, QDate(2026, 4, 1)} << QDate(2026, 3, 31) << QDate(2026, 4, 1) << QDate(2026, 3, 1);
+        QTest::newRow("cancelled on new year's eve")
+            << DateChoice{false, QDate()} << QDate(2026, 12, 31) << QDate(2027, 1, 1) << QDate(2026, 12, 1);
+    }
+    void printDay()
+    {
+        QFETCH(DateChoice, choice);
+        QFETCH(QDate, today);
+        const diaryprint::PrintDay day = diaryprint::ResolvePrintDay(choice, today);
+        QTEST(day.shown, "shown");
+        QTEST(day.looked, "looked");
+    }
+
+    void pageOfTheDoctorAndDay()
+    {
+        TestPractice practice;
+        practice.addDoctor(QStringLiteral("Д-р О'Брайън"), QStringLiteral("D1"));
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Grafic (KodMedic, Data, Ch3, Ch4, Ch25) VALUES ('D1', '2026-03-20', "
+                                  "'Иван ', 'Петър ', 'Късен ')"));
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Grafic (KodMedic, Data, Ch3) VALUES ('D2', '2026-03-20', 'Чужд ')"));
+        const auto print = diaryprint::LoadDiaryPrint(store::clinicDb(), u"D1"_qs, u"Д-р О'Брайън"_qs, {QDate(2026, 3, 20), QDate(2026, 3, 20)});
+        QVERIFY2(print.ok(), qPrintable(print.error()));
+        QCOMPARE(print->pages.size(), 1);
+        const QList<diaryprint::Row> &rows = print->pages.first();
+        QCOMPARE(rows.size(), diaryprint::RowCount);
+        QCOMPARE(rows.at(3).text + rows.at(4).text + rows.at(25).text, QString("Иван Иван Късен ")); // 9.30 shows 9.00
+        for (const diaryprint::Row &row : rows)
+            QVERIFY(row.text != u"Петър ");
+        QCOMPARE(print->dateHeading, QString("20.03.2026 - Петък"));
+
+        const print::Page page = diaryprint::DiaryPage(print.value()).pages().first();
+        QCOMPARE(page.textAt("Label3"), QString("20.03.2026 - Петък"));
+        QCOMPARE(page.textAt("Label4"), QString("при д-р Д-р О'Брайън"));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime4", 0)), QString("9.30 - "));
+        QCOMPARE(page.textAt(print::rowItemName("txtSlot4", 0)), QString("Иван "));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime11", 0)), QString("13.00 -"));
+
+        const auto empty = diaryprint::LoadDiaryPrint(store::clinicDb(), QStringLiteral("D1"), {}, {QDate(2026, 3, 21), QDate(2026, 3, 21)});
+        QVERIFY(empty.ok());
+        QVERIFY(empty->pages.isEmpty());
+        // The doctor of the print is found by code; an unknown code is named.
+        QCOMPARE(diaryprint::DoctorName(store::clinicDb(), QStringLiteral("D1")).value(), QString("Д-р О'Брайън"));
+        const auto unknown = diaryprint::DoctorName(store::clinicDb(), QStringLiteral("9'9"));
+        QVERIFY(!unknown.ok());
+        QVERIFY(unknown.error().contains(QStringLiteral("9'9")));
     }
 };
 
