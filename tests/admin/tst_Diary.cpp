@@ -159,7 +159,6 @@ private slots:
         QFETCH(bool, page);
         QFETCH(bool, answer);
         QFETCH(int, questions);
-        QFETCH(QString, stored);
         SignedIn signedIn;
         ScriptedDialogs &dialogs = signedIn.practice.dialogs();
         if (page)
@@ -172,7 +171,7 @@ private slots:
         QCOMPARE(dialogs.questions.size(), questions);
         if (questions)
             QCOMPARE(dialogs.questions.first(), QStringLiteral("Желаете ли да запиша този час за посещение от Иван ?"));
-        QCOMPARE(slot5(QStringLiteral("2026-03-16")), stored);
+        QTEST(slot5(QStringLiteral("2026-03-16")), "stored");
         QCOMPARE(dialogs.messages.size(), page ? 0 : 1);
         QVERIFY(page || dialogs.messages.first().contains(QStringLiteral("Добави")));
         QCOMPARE(signedIn.count(u"1 = 1"_qs), page ? 1 : 0);

@@ -96,16 +96,8 @@ private slots:
         QCOMPARE(pages.at(2).item(rowItemName(QStringLiteral("Cell"), 12))->rect.top(), 30.0);
     }
 
-    void offsetMovesEveryItem()
-    {
-        const Page page = listForm(2).pages().first();
-        const Page moved = page.shifted({1.5, -2.0});
-        QCOMPARE(moved.items.size(), page.items.size());
-        for (int n = 0; n < page.items.size(); ++n)
-            QCOMPARE(moved.items.at(n).rect, page.items.at(n).rect.translated(1.5, -2.0));
-    }
-
-    void offsetsAreKeptPerForm()
+    // A form's offset is kept, for the forms on pre-printed paper only, and moves every item.
+    void offsetsAreKeptPerFormAndMoveEveryItem()
     {
         QVERIFY(hasOffset(QStringLiteral("rprKarton")));
         QVERIFY(!hasOffset(QStringLiteral("rprPacient")));
@@ -114,6 +106,11 @@ private slots:
         QVERIFY(!setOffset(QStringLiteral("rprPacient"), {3, 3}));
         QCOMPARE(offsetOf(QStringLiteral("rprPacient")), QPointF());
         QVERIFY(setOffset(QStringLiteral("rprKarton"), {}));
+        const Page page = listForm(2).pages().first();
+        const Page moved = page.shifted({1.5, -2.0});
+        QCOMPARE(moved.items.size(), page.items.size());
+        for (int n = 0; n < page.items.size(); ++n)
+            QCOMPARE(moved.items.at(n).rect, page.items.at(n).rect.translated(1.5, -2.0));
     }
 
     // The personal number spread over the boxes of a form, wide or narrow, and read back per cell.

@@ -26,11 +26,10 @@ private slots:
     void leavingTranslatesTheTypedCode()
     {
         QFETCH(QString, typed);
-        QFETCH(QString, stored);
         Chart chart;
         chart.setText(30, typed);
         chart.inputLeft(30);
-        QCOMPARE(chart.text(30), stored);
+        QTEST(chart.text(30), "stored");
         QVERIFY(!chart.boxOn(7));
     }
 
@@ -62,7 +61,6 @@ private slots:
         QFETCH(int, starField);
         QFETCH(QString, star);
         QFETCH(int, left);
-        QFETCH(QString, entry);
         Chart chart;
         if (left != starField)
             chart.setText(left, QStringLiteral("C"));
@@ -70,7 +68,7 @@ private slots:
         chart.inputLeft(left);
         const int box = left - 23;
         QVERIFY(chart.boxOn(box));
-        QCOMPARE(chart.text(box), entry);
+        QTEST(chart.text(box), "entry");
         QCOMPARE(chart.text(left), QString());
         QVERIFY(chart.isShown(box) && !chart.isShown(left));
         chart.inputLeft(25); // every later leaving of a boxed place flips that one too

@@ -58,7 +58,6 @@ private slots:
     void firstWordOfTheName()
     {
         QFETCH(QString, typed);
-        QFETCH(QStringList, found);
         TestPractice practice;
         const QStringList stored{"Иван Петров Иванов", "Иванка Тодорова", "мария Петрова", "Иван", "Петър Иванов",
                                  "  Иван Стоянов", "\tИван", "Иван  Георгиев", "Д'Артанян Петров", "John Smith",
@@ -70,7 +69,7 @@ private slots:
         const auto result = searchByFirstName(typed, Doctor);
         QVERIFY(result.ok());
         QCOMPARE(result->patientsOfDoctor, stored.size());
-        QCOMPARE(namesOf(result->entries), found);
+        QTEST(namesOf(result->entries), "found");
     }
 
     void storeNarrowingMatchesEveryRowCompared()

@@ -133,6 +133,25 @@ QByteArray fileWithTablesMissing()
     return readFile(dir.filePath(QStringLiteral("other.db")));
 }
 
+// A second connection to a file of the store, removed again when it goes out of scope.
+struct SecondConnection final
+{
+    SecondConnection(const QString &file, const QString &options)
+        : db(store::addConnection(file, QStringLiteral("second")))
+    {
+        db.setConnectOptions(options);
+        if (!db.open())
+            qFatal("cannot open %s", qPrintable(file));
+    }
+    ~SecondConnection()
+    {
+        db.close();
+        db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("second"));
+    }
+    QSqlDatabase db;
+};
+
 } // namespace
 
 class TestStore final : public QObject
@@ -189,16 +208,13 @@ private slots:
     void fundPricesAsShipped()
     {
         QFETCH(QString, kod);
-        QFETCH(int, minutes);
-        QFETCH(double, over);
-        QFETCH(double, upTo);
         QTemporaryDir dir;
         QVERIFY(store::openStore(store::DataPaths::inFolder(dir.path())).ok());
         QSqlQuery row = store::run(store::clinicDb(), u"SELECT Times, CenaNad, CenaDo FROM CenyZK WHERE Kod = ?"_qs, {kod});
         QVERIFY(row.next());
-        QCOMPARE(row.value(0).toInt(), minutes);
-        QCOMPARE(row.value(1).toDouble(), over);
-        QCOMPARE(row.value(2).toDouble(), upTo);
+        QTEST(row.value(0).toInt(), "minutes");
+        QTEST(row.value(1).toDouble(), "over");
+        QTEST(row.value(2).toDouble(), "upTo");
     }
 
     // A damaged or foreign clinic file is refused, named, and left as it was.
@@ -237,21 +253,6 @@ private slots:
         QVERIFY(QDir().mkpath(paths.clinicDb));
         const auto folderAsFile = store::openStore(paths);
         QVERIFY2(!folderAsFile.ok() && folderAsFile.error().contains(paths.clinicDb), qPrintable(folderAsFile.error()));
-    }
-
-    void transactionRollsBackUnlessCommitted()
-    {
-        QTemporaryDir dir;
-        QVERIFY(store::openStore(store::DataPaths::inFolder(dir.path())).ok());
-        try {
-            store::Transaction transaction(store::clinicDb());
-            store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('A')"));
-            store::run(store::clinicDb(), QStringLiteral("INSERT INTO NoSuchTable VALUES (1)"));
-            transaction.commit();
-            QFAIL("the broken statement must throw");
-        } catch (const store::SqlError &) {
-        }
-        QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 0);
     }
 
     void lockLeftBehindIsTakenOver_data()
@@ -340,11 +341,9 @@ private slots:
         const auto paths = store::DataPaths::inFolder(dir.path());
         QVERIFY(store::openStore(paths).ok());
         store::closeStore();
-        QSqlDatabase readOnly = store::addConnection(paths.dataDb, QStringLiteral("read-only"));
-        readOnly.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-        QVERIFY(readOnly.open());
+        SecondConnection readOnly(paths.dataDb, QStringLiteral("QSQLITE_OPEN_READONLY"));
         try {
-            store::run(readOnly, QStringLiteral("DELETE FROM PostCode"));
+            store::run(readOnly.db, QStringLiteral("DELETE FROM PostCode"));
             QFAIL("a read-only file takes no delete");
         } catch (const store::SqlError &error) {
             QCOMPARE(error.code(), 8);
@@ -354,26 +353,30 @@ private slots:
             QVERIFY(error.engineText().contains(QStringLiteral("readonly")) && error.engineText().contains(QStringLiteral("DELETE FROM PostCode")));
             QVERIFY(readFile(store::logFilePath(paths.folder)).contains(error.engineText().toUtf8()));
         }
-        readOnly.close();
-        readOnly = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QStringLiteral("read-only"));
     }
 
-    // A transaction holds the write lock from its start: a check it makes before writing cannot
-    // be overtaken by a second writer, who waits and, past the wait, is told the file is busy.
+    // A transaction rolls back unless committed. It holds the write lock from its start: a check
+    // it makes before writing cannot be overtaken by a second writer, who waits and, past the
+    // wait, is told the file is busy.
     void aTransactionKeepsOtherWritersOutFromItsStart()
     {
         QTemporaryDir dir;
         const auto paths = store::DataPaths::inFolder(dir.path());
         QVERIFY(store::openStore(paths).ok());
-        QSqlDatabase second = store::addConnection(paths.clinicDb, QStringLiteral("second"));
-        second.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=50"));
-        QVERIFY(second.open());
+        try {
+            store::Transaction transaction(store::clinicDb());
+            store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('A')"));
+            store::run(store::clinicDb(), QStringLiteral("INSERT INTO NoSuchTable VALUES (1)"));
+            transaction.commit();
+            QFAIL("the broken statement must throw");
+        } catch (const store::SqlError &) {
+        }
+        SecondConnection second(paths.clinicDb, QStringLiteral("QSQLITE_BUSY_TIMEOUT=50"));
         {
             store::Transaction first(store::clinicDb());
-            QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 0);
+            QCOMPARE(number(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")), 0);
             try {
-                store::run(second, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
+                store::run(second.db, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
                 QFAIL("the second writer got in while the first was deciding");
             } catch (const store::SqlError &error) {
                 QVERIFY2(error.message().contains(QStringLiteral("зает")) && error.message().contains(paths.clinicDb),
@@ -382,11 +385,8 @@ private slots:
             store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('A')"));
             first.commit();
         }
-        store::run(second, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
-        second.close();
-        second = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QStringLiteral("second"));
-        QCOMPARE(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt(), 2);
+        store::run(second.db, QStringLiteral("INSERT INTO Medic (Names) VALUES ('B')"));
+        QCOMPARE(number(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")), 2);
     }
 
     void aNewFileIsMadeWholeAndOnlyItsOwnIsDeleted_data()
@@ -438,10 +438,9 @@ private slots:
     void scratchLayouts()
     {
         QFETCH(QString, table);
-        QFETCH(QStringList, columns);
         TestPractice practice;
         QVERIFY(store::CreateScratchTable(table).ok());
-        QCOMPARE(columnsOf(store::scratchDb(), table), columns);
+        QTEST(columnsOf(store::scratchDb(), table), "columns");
     }
 
     // The scratch file holds the table of one report: a second replaces the first, emptying

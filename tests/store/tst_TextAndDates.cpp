@@ -23,8 +23,7 @@ private slots:
     void leadingNumber()
     {
         QFETCH(QString, text);
-        QFETCH(qint64, value);
-        QCOMPARE(text::leadingNumber(text), value);
+        QTEST(text::leadingNumber(text), "value");
     }
 
     void piecesBeyondTheEndReadZero()
