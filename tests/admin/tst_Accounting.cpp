@@ -22,8 +22,8 @@ reports::Period periodOf(const QString &from, const QString &to)
 
 const reports::Period March = periodOf(QStringLiteral("01.03.2026"), QStringLiteral("31.03.2026"));
 
-void addLine(const QDate &day, const QString &code, const QString &text, const QVariant &cena, const QVariant &schet,
-             const QString &doctor = QStringLiteral("1111"))
+void addLine(const QDate &day, const QVariant &cena, const QVariant &schet, const QString &code = QStringLiteral("101"),
+             const QString &text = QStringLiteral("Преглед"), const QString &doctor = QStringLiteral("1111"))
 {
     store::run(store::clinicDb(),
                QStringLiteral("INSERT INTO Help (EGN, Data, KodHelp, TextHelp, Cena, Schet, KodMedic) VALUES (?,?,?,?,?,?,?)"),
@@ -84,7 +84,7 @@ private slots:
         QFETCH(QVariant, schet);
         QFETCH(QString, codeAfter);
         TestPractice practice;
-        addLine(QDate(2026, 3, 2), code, text, 10.0, schet);
+        addLine(QDate(2026, 3, 2), 10.0, schet, code, text);
         QVERIFY(accounting::ClassifyFillings(store::clinicDb()).ok());
         QCOMPARE(practice.row(QStringLiteral("SELECT KodHelp, Schet FROM Help")), QStringList({codeAfter, u"1"_qs}));
         // The letters are the Cyrillic ones the norms are kept under.
@@ -112,9 +112,8 @@ private slots:
         QFETCH(QStringList, sums);
         TestPractice practice;
         for (int i = 0; i < prices.size(); ++i) // every doctor's lines count
-            addLine(QDate(2026, 3, 10 - i), QStringLiteral("101"), QStringLiteral("Преглед"), prices.at(i), flags.at(i),
-                    QString::number(1000 + i));
-        addLine(QDate(2026, 4, 1), QStringLiteral("101"), QStringLiteral("Преглед"), 99.0, 1); // out of the period
+            addLine(QDate(2026, 3, 10 - i), prices.at(i), flags.at(i), u"101"_qs, u"Преглед"_qs, QString::number(1000 + i));
+        addLine(QDate(2026, 4, 1), 99.0, 1); // out of the period
         const auto book = accounting::LoadBookPeriod(store::clinicDb(), March);
         QVERIFY(book.ok());
         QCOMPARE(book->lines.size(), prices.size());
@@ -141,8 +140,8 @@ private slots:
     void marksAreSavedThroughTheButtonsAndMoveTheRunningSums()
     {
         TestPractice practice;
-        addLine(QDate(2026, 3, 2), QStringLiteral("101"), QStringLiteral("Преглед"), 10.0, 1);
-        addLine(QDate(2026, 3, 3), QStringLiteral("332"), QStringLiteral("Екстракция"), 5.5, 0);
+        addLine(QDate(2026, 3, 2), 10.0, 1);
+        addLine(QDate(2026, 3, 3), 5.5, 0, u"332"_qs, u"Екстракция"_qs);
         OpenSchet form(March);
         QCOMPARE(form.text(1), u"101 Преглед"_qs);
         QCOMPARE(form.window->findChild<QLabel *>(QStringLiteral("Data1"))->text(), u"Record: 1"_qs);
@@ -168,9 +167,9 @@ private slots:
     void anUnsavedMarkIsGivenUpOnlyAfterAQuestion()
     {
         TestPractice practice;
-        addLine(QDate(2026, 3, 2), QStringLiteral("101"), QStringLiteral("Преглед"), 10.0, 0);
-        addLine(QDate(2026, 4, 2), QStringLiteral("101"), QStringLiteral("Преглед"), 10.0, 0);
-        addLine(QDate(2026, 4, 3), QStringLiteral("101"), QStringLiteral("Преглед"), 10.0, 0);
+        addLine(QDate(2026, 3, 2), 10.0, 0);
+        addLine(QDate(2026, 4, 2), 10.0, 0);
+        addLine(QDate(2026, 4, 3), 10.0, 0);
         const reports::Period april = periodOf(QStringLiteral("01.04.2026"), QStringLiteral("30.04.2026"));
         OpenSchet form(March);
         form.flag()->setChecked(true);
