@@ -88,6 +88,7 @@ private slots:
             << header + "9000,a,b,c,03,06\n9010,a,b,c,03,06\n 9000 ,d,e,f,03,06\n" << QStringList{"ред 4", "ред 2", "9000"};
         QTest::newRow("NUL byte") << header + QByteArray("9000,a\0b,c,d,03,06\n", 19) << QStringList{"ред 2", "NUL"};
         QTest::newRow("short line") << header + "9000,a,b,c,03,06\n9010,Варна\n" << QStringList{"ред 3"};
+        QTest::newRow("long line") << header + "9000,a,b,c,03,06,7\n" << QStringList{"ред 2"};
         QTest::newRow("missing column") << QByteArray("PKod,Tawn,Obsh,Obl,ZK\n9000,a,b,c,03\n") << QStringList{"ZdRn"};
         QTest::newRow("empty post code") << header + ",a,b,c,03,01\n" << QStringList{"ред 2"};
         QTest::newRow("text after a closing quote") << header + "9000,\"a\"b,c,d,03,06\n" << QStringList{"ред 2"};
