@@ -62,17 +62,13 @@ private slots:
         QTEST(PrintedAddress(patient, lineBreak), "expected");
     }
 
-    void telephonesAndWork()
+    void telephonesWorkAndCaption()
     {
         QCOMPARE(PrintedTelephones(row({{"TKod", "02"}, {"DTel", "123"}, {"STel", " "}, {"MTel", "0888"}, {"Fax", "9"}})),
                  QString("код 02  дом.: 123  моб.: 0888  факс: 9"));
         QCOMPARE(PrintedTelephones(row({{"MTel", "0888"}})), QString("  моб.: 0888"));
         QCOMPARE(PrintedWork(row({{"Prof", "учител"}, {"Work", "СОУ 5"}})), QString("учител в СОУ 5"));
         QCOMPARE(PrintedWork(row({{"Work", "СОУ 5"}})), QString(" в СОУ 5"));
-    }
-
-    void registeredCaption()
-    {
         QCOMPARE(RegisteredCaption(QStringLiteral("  Жена")), QString("Регистрирана на:"));
         QCOMPARE(RegisteredCaption(QStringLiteral("М")), QString("Регистриран на:"));
     }
