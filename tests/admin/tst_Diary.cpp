@@ -1,8 +1,10 @@
-// The diary: slots and weekdays, pages in date order, and booking from the treatment window.
+// The diary: pages in date order, storing and refusing a page, booking from the treatment window, the print.
 #include "EscapeAsks.h"
 #include "TestPractice.h"
 
 #include "admin/Diary.h"
+#include "admin/DiaryPrint.h"
+#include "admin/DiaryPrintPage.h"
 #include "admin/ui/Grafic.h"
 #include "base/RunState.h"
 #include "store/Sql.h"
@@ -14,9 +16,7 @@
 
 namespace {
 
-const QDate Today(2026, 3, 15); // a Sunday
-
-// A practice of today with doctor D1 signed in.
+// A practice of Sunday 15.03.2026 with doctor D1 signed in.
 struct SignedIn
 {
     SignedIn()
@@ -24,7 +24,8 @@ struct SignedIn
         run().CurrentMedicCode = QStringLiteral("D1");
         run().CurrentMedicName = QStringLiteral("Мария Петрова");
     }
-    TestPractice practice{Today};
+    TestPractice practice{QDate(2026, 3, 15)};
+    int count(const QString &where) const { return practice.count(u"SELECT COUNT(*) FROM Grafic WHERE "_qs + where); }
 };
 
 void addPage(const QString &doctor, const QString &isoDate, const QString &ch5 = {})
@@ -38,6 +39,13 @@ QString slot5(const QString &isoDate)
     return store::scalar(store::clinicDb(), QStringLiteral("SELECT Ch5 FROM Grafic WHERE Data = ?"), {isoDate}).toString();
 }
 
+QLineEdit *edit(const Grafic &window, const char *name) { return window.findChild<QLineEdit *>(QLatin1String(name)); }
+void click(const Grafic &window, const char *name)
+{
+    QTest::mouseClick(window.findChild<QPushButton *>(QLatin1String(name)), Qt::LeftButton);
+}
+QString weekday(const Grafic &window) { return window.findChild<QLabel *>(QStringLiteral("lblLabels_2"))->text(); }
+
 } // namespace
 
 class TestDiary final : public QObject
@@ -45,41 +53,6 @@ class TestDiary final : public QObject
     Q_OBJECT
 private slots:
     void init() { scheduleLink() = {}; }
-
-    void slotTimes_data()
-    {
-        QTest::addColumn<int>("slot");
-        QTest::addColumn<QString>("time");
-        QTest::newRow("Ch0") << 0 << "7.30";
-        QTest::newRow("Ch1") << 1 << "8.00";
-        QTest::newRow("Ch3") << 3 << "9.00";
-        QTest::newRow("Ch4") << 4 << "9.30";
-        QTest::newRow("Ch12") << 12 << "13.30";
-        QTest::newRow("Ch13") << 13 << "14.00";
-        QTest::newRow("Ch25") << 25 << "20.00";
-    }
-    void slotTimes()
-    {
-        QFETCH(int, slot);
-        QFETCH(QString, time);
-        QCOMPARE(DiarySlotTime(slot), time);
-    }
-
-    void weekdays_data()
-    {
-        QTest::addColumn<QDate>("date");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("Sunday") << QDate(2026, 3, 15) << "Неделя";
-        QTest::newRow("Monday") << QDate(2026, 3, 16) << "Понеделник";
-        QTest::newRow("Thursday") << QDate(2026, 3, 19) << "Четвъртък";
-        QTest::newRow("Saturday") << QDate(2026, 3, 21) << "Събота";
-    }
-    void weekdays()
-    {
-        QFETCH(QDate, date);
-        QFETCH(QString, name);
-        QCOMPARE(WeekdayName(date), name);
-    }
 
     void opensOnTheDoctorsEarliestPage()
     {
@@ -89,55 +62,52 @@ private slots:
         addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"), QStringLiteral("Петър "));
         Grafic window;
         QCOMPARE(window.windowTitle(), QStringLiteral("График за прегледите на д-р Мария Петрова"));
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("16.03.2026"));
-        QCOMPARE(window.findChild<QLabel *>(QStringLiteral("lblLabels_2"))->text(), QStringLiteral("Понеделник"));
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->text(), QStringLiteral("Петър "));
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("Data1Next")), Qt::LeftButton);
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("20.03.2026"));
-        // The navigator keeps its caption as the pages move.
-        QStringList captions;
-        for (const QLabel *label : window.findChild<QWidget *>(QStringLiteral("Data1"))->findChildren<QLabel *>())
-            captions << label->text();
-        QCOMPARE(captions, QStringList{QStringLiteral("Придвижване по датите")});
+        QCOMPARE(edit(window, "txtData")->text(), QStringLiteral("16.03.2026"));
+        QCOMPARE(weekday(window), QStringLiteral("Понеделник"));
+        QCOMPARE(edit(window, "Text1_5")->text(), QStringLiteral("Петър "));
+        click(window, "Data1Next");
+        QCOMPARE(edit(window, "txtData")->text(), QStringLiteral("20.03.2026"));
+        QCOMPARE(weekday(window), QStringLiteral("Петък"));
 
         // "Обнови" reads the pages anew and stands on the first; what was typed and not saved goes.
-        window.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->setText(QStringLiteral("Нов"));
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdRefresh")), Qt::LeftButton);
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("16.03.2026"));
-        QCOMPARE(signedIn.practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Ch2 IS NOT NULL")), 0);
+        edit(window, "Text1_2")->setText(QStringLiteral("Нов"));
+        click(window, "cmdRefresh");
+        QCOMPARE(edit(window, "txtData")->text(), QStringLiteral("16.03.2026"));
+        QCOMPARE(signedIn.count(u"Ch2 IS NOT NULL"_qs), 0);
     }
 
-    void closingStoresWhatWasTyped()
+    // A page whose date is no date is stored neither by "Запиши" nor by "Изход", which keeps the
+    // diary open; moved to another day, the page is stored under it when the diary closes.
+    void aPageIsStoredOnlyUnderADate()
     {
         SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
         addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
         Grafic window;
         window.show();
-        auto *date = window.findChild<QLineEdit *>(QStringLiteral("txtData"));
-        auto *close = window.findChild<QPushButton *>(QStringLiteral("cmdClose"));
-        window.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->setText(QStringLiteral("Мария "));
-        // A page whose date is no date cannot be stored: the message, and the diary stays open.
-        date->setText(QStringLiteral("16.13.2026"));
-        QTest::mouseClick(close, Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.size(), 1);
+        edit(window, "Text1_2")->setText(QStringLiteral("Мария "));
+        edit(window, "txtData")->setText(QStringLiteral("32.03.2026"));
+        QCOMPARE(weekday(window), QString());
+        click(window, "cmdUpdate");
+        edit(window, "txtData")->setText(QStringLiteral("16.13.2026"));
+        click(window, "cmdClose");
+        QCOMPARE(signedIn.practice.dialogs().messages.size(), 2);
         QVERIFY(window.isVisible());
-        date->setText(QStringLiteral("16.03.2026"));
-        QTest::mouseClick(close, Qt::LeftButton);
+        QCOMPARE(signedIn.count(u"Ch2 IS NULL AND Data = '2026-03-16'"_qs), 1);
+        edit(window, "txtData")->setText(QStringLiteral("17.03.2026"));
+        click(window, "cmdClose");
         QVERIFY(!window.isVisible());
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Ch2 = 'Мария '")), 1);
+        QCOMPARE(signedIn.count(u"Ch2 = 'Мария ' AND Data = '2026-03-17'"_qs), 1);
     }
 
     // Escape never stores: over typing it asks, НЕ keeps the diary and ДА closes it unstored.
     void escapeAsksAndNeverStores()
     {
         SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
         addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
         Grafic window;
         window.show();
-        window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->setText(QStringLiteral("Мария "));
-        QVERIFY(escapeAsksBeforeClosing(window, practice.dialogs()));
+        edit(window, "Text1_5")->setText(QStringLiteral("Мария "));
+        QVERIFY(escapeAsksBeforeClosing(window, signedIn.practice.dialogs()));
         QVERIFY(slot5(QStringLiteral("2026-03-16")).isEmpty());
     }
 
@@ -146,99 +116,146 @@ private slots:
     {
         SignedIn signedIn;
         Grafic window;
-        window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->setText(QStringLiteral("Петър "));
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdAdd")), Qt::LeftButton);
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("Text1_5"))->text(), QStringLiteral("Петър "));
+        edit(window, "Text1_5")->setText(QStringLiteral("Петър "));
+        click(window, "cmdAdd");
+        click(window, "cmdUpdate");
+        QCOMPARE(edit(window, "Text1_5")->text(), QStringLiteral("Петър "));
         QCOMPARE(slot5(QStringLiteral("2026-03-15")), QStringLiteral("Петър "));
         QVERIFY(signedIn.practice.dialogs().messages.isEmpty());
     }
 
-    // Booking from the treatment window into a diary without pages says what to do.
-    void bookingWithoutAPageSaysToAddOne()
+    void addingTwiceGivesTwoPagesOfTodayAndDeletingMovesOn()
     {
         SignedIn signedIn;
-        scheduleLink() = {QStringLiteral("1"), QStringLiteral("Иван ")};
-        Grafic window;
-        window.show();
-        QTest::mouseClick(window.findChild<QLineEdit *>(QStringLiteral("Text1_5")), Qt::LeftButton);
-        QCOMPARE(signedIn.practice.dialogs().messages.size(), 1);
-        QVERIFY(signedIn.practice.dialogs().messages.first().contains(QStringLiteral("Добави")));
-        QCOMPARE(signedIn.practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic")), 0);
-    }
-
-    void addingTwiceGivesTwoPagesOfToday()
-    {
-        SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
-        Grafic window;
-        auto *add = window.findChild<QPushButton *>(QStringLiteral("cmdAdd"));
-        QTest::mouseClick(add, Qt::LeftButton);
-        QTest::mouseClick(add, Qt::LeftButton);
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE KodMedic = 'D1' AND Data = '2026-03-15'")), 2);
-        QCOMPARE(window.findChild<QLabel *>(QStringLiteral("lblLabels_2"))->text(), QStringLiteral("Неделя"));
-    }
-
-    void pageDateThatIsNoDateIsRefused()
-    {
-        SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
         addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
         Grafic window;
-        auto *date = window.findChild<QLineEdit *>(QStringLiteral("txtData"));
-        date->setText(QStringLiteral("32.03.2026"));
-        QCOMPARE(window.findChild<QLabel *>(QStringLiteral("lblLabels_2"))->text(), QString());
-        window.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->setText(QStringLiteral("Мария "));
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.size(), 1);
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Data = '2026-03-16' AND Ch2 IS NULL")), 1);
-        // Moved to another day, the page is stored under it.
-        date->setText(QStringLiteral("17.03.2026"));
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic WHERE Data = '2026-03-17' AND Ch2 = 'Мария '")), 1);
+        click(window, "cmdAdd");
+        click(window, "cmdAdd");
+        QCOMPARE(signedIn.count(u"KodMedic = 'D1' AND Data = '2026-03-15'"_qs), 2);
+        QCOMPARE(weekday(window), QStringLiteral("Неделя"));
+        click(window, "cmdRefresh"); // read anew: the first of the two pages of today
+        click(window, "cmdDelete");
+        click(window, "cmdDelete");
+        QCOMPARE(edit(window, "txtData")->text(), QStringLiteral("16.03.2026"));
+        QCOMPARE(signedIn.count(u"1 = 1"_qs), 1);
     }
 
     void booking_data()
     {
         QTest::addColumn<QString>("link");
+        QTest::addColumn<bool>("page");
         QTest::addColumn<bool>("answer");
         QTest::addColumn<int>("questions");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("from the treatment window, yes") << "1" << true << 1 << "Иван ";
-        QTest::newRow("from the treatment window, no") << "1" << false << 1 << "Стар запис";
-        QTest::newRow("from the menu, never linked") << "" << true << 0 << "Стар запис";
+        QTest::newRow("from the treatment window, yes") << "1" << true << true << 1 << "Иван ";
+        QTest::newRow("from the treatment window, no") << "1" << true << false << 1 << "Стар запис";
+        QTest::newRow("from the menu, never linked") << "" << true << true << 0 << "Стар запис";
+        QTest::newRow("no page: says to add one") << "1" << false << true << 0 << "";
     }
     void booking()
     {
         QFETCH(QString, link);
+        QFETCH(bool, page);
         QFETCH(bool, answer);
         QFETCH(int, questions);
-        QFETCH(QString, stored);
         SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
-        addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"), QStringLiteral("Стар запис"));
+        ScriptedDialogs &dialogs = signedIn.practice.dialogs();
+        if (page)
+            addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"), QStringLiteral("Стар запис"));
         scheduleLink() = {link, QStringLiteral("Иван ")};
-        practice.dialogs().answers.push_back(answer);
+        dialogs.answers.push_back(answer);
         Grafic window;
         window.show();
-        QTest::mouseClick(window.findChild<QLineEdit *>(QStringLiteral("Text1_5")), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().questions.size(), questions);
+        QTest::mouseClick(edit(window, "Text1_5"), Qt::LeftButton);
+        QCOMPARE(dialogs.questions.size(), questions);
         if (questions)
-            QCOMPARE(practice.dialogs().questions.first(),
-                     QStringLiteral("Желаете ли да запиша този час за посещение от Иван ?"));
-        QCOMPARE(slot5(QStringLiteral("2026-03-16")), stored);
+            QCOMPARE(dialogs.questions.first(), QStringLiteral("Желаете ли да запиша този час за посещение от Иван ?"));
+        QTEST(slot5(QStringLiteral("2026-03-16")), "stored");
+        QCOMPARE(dialogs.messages.size(), page ? 0 : 1);
+        QVERIFY(page || dialogs.messages.first().contains(QStringLiteral("Добави")));
+        QCOMPARE(signedIn.count(u"1 = 1"_qs), page ? 1 : 0);
     }
 
-    void deletingMovesToTheNextPage()
+    // The printed page: row labels and slots, the day printed for a cancelled choice.
+    void printRows_data()
     {
-        SignedIn signedIn;
-        TestPractice &practice = signedIn.practice;
-        addPage(QStringLiteral("D1"), QStringLiteral("2026-03-16"));
-        addPage(QStringLiteral("D1"), QStringLiteral("2026-03-17"));
-        Grafic window;
-        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("cmdDelete")), Qt::LeftButton);
-        QCOMPARE(window.findChild<QLineEdit *>(QStringLiteral("txtData"))->text(), QStringLiteral("17.03.2026"));
-        QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Grafic")), 1);
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<int>("slot");
+        QTest::newRow("first") << 0 << "7.30 - " << 0;
+        QTest::newRow("on the hour") << 1 << "8.00 - " << 1;
+        QTest::newRow("9.00") << 3 << "9.00 - " << 3;
+        QTest::newRow("9.30 prints the 9.00 slot") << 4 << "9.30 - " << 3;
+        QTest::newRow("10.00") << 5 << "10.00 - " << 5;
+        QTest::newRow("13.00 has no closing blank") << 11 << "13.00 -" << 11;
+        QTest::newRow("13.30") << 12 << "13.30 - " << 12;
+        QTest::newRow("last") << 25 << "20.00 - " << 25;
+    }
+    void printRows()
+    {
+        QFETCH(int, row);
+        QTEST(diaryprint::RowLabel(row), "label");
+        QTEST(diaryprint::RowSlot(row), "slot");
+    }
+
+    void printDay_data()
+    {
+        QTest::addColumn<DateChoice>("choice");
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<QDate>("shown");
+        QTest::addColumn<QDate>("looked");
+        const QDate chosen(2026, 4, 7);
+        QTest::newRow("chosen") << DateChoice{true, chosen} << QDate(2026, 3, 15) << chosen << chosen;
+        QTest::newRow("cancelled mid-month")
+            << DateChoice{false, QDate(2026, 3, 16)} << QDate(2026, 3, 15) << QDate(2026, 3, 16) << QDate(2026, 3, 16);
+        QTest::newRow("cancelled on the last of a month: the first of the same month")
+            << DateChoice{false, QDate(2026, 4, 1)} << QDate(2026, 3, 31) << QDate(2026, 4, 1) << QDate(2026, 3, 1);
+        QTest::newRow("cancelled on new year's eve")
+            << DateChoice{false, QDate()} << QDate(2026, 12, 31) << QDate(2027, 1, 1) << QDate(2026, 12, 1);
+    }
+    void printDay()
+    {
+        QFETCH(DateChoice, choice);
+        QFETCH(QDate, today);
+        const diaryprint::PrintDay day = diaryprint::ResolvePrintDay(choice, today);
+        QTEST(day.shown, "shown");
+        QTEST(day.looked, "looked");
+    }
+
+    void pageOfTheDoctorAndDay()
+    {
+        TestPractice practice;
+        practice.addDoctor(QStringLiteral("Д-р О'Брайън"), QStringLiteral("D1"));
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Grafic (KodMedic, Data, Ch3, Ch4, Ch25) VALUES ('D1', '2026-03-20', "
+                                  "'Иван ', 'Петър ', 'Късен ')"));
+        store::run(store::clinicDb(),
+                   QStringLiteral("INSERT INTO Grafic (KodMedic, Data, Ch3) VALUES ('D2', '2026-03-20', 'Чужд ')"));
+        const auto print = diaryprint::LoadDiaryPrint(store::clinicDb(), u"D1"_qs, u"Д-р О'Брайън"_qs, {QDate(2026, 3, 20), QDate(2026, 3, 20)});
+        QVERIFY2(print.ok(), qPrintable(print.error()));
+        QCOMPARE(print->pages.size(), 1);
+        const QList<diaryprint::Row> &rows = print->pages.first();
+        QCOMPARE(rows.size(), diaryprint::RowCount);
+        QCOMPARE(rows.at(3).text + rows.at(4).text + rows.at(25).text, QString("Иван Иван Късен ")); // 9.30 shows 9.00
+        for (const diaryprint::Row &row : rows)
+            QVERIFY(row.text != u"Петър ");
+        QCOMPARE(print->dateHeading, QString("20.03.2026 - Петък"));
+
+        const print::Page page = diaryprint::DiaryPage(print.value()).pages().first();
+        QCOMPARE(page.textAt("Label3"), QString("20.03.2026 - Петък"));
+        QCOMPARE(page.textAt("Label4"), QString("при д-р Д-р О'Брайън"));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime4", 0)), QString("9.30 - "));
+        QCOMPARE(page.textAt(print::rowItemName("txtSlot4", 0)), QString("Иван "));
+        QCOMPARE(page.textAt(print::rowItemName("lblTime11", 0)), QString("13.00 -"));
+
+        const auto empty = diaryprint::LoadDiaryPrint(store::clinicDb(), QStringLiteral("D1"), {}, {QDate(2026, 3, 21), QDate(2026, 3, 21)});
+        QVERIFY(empty.ok());
+        QVERIFY(empty->pages.isEmpty());
+        // The doctor of the print is found by code; an unknown code is named.
+        QCOMPARE(diaryprint::DoctorName(store::clinicDb(), QStringLiteral("D1")).value(), QString("Д-р О'Брайън"));
+        const auto unknown = diaryprint::DoctorName(store::clinicDb(), QStringLiteral("9'9"));
+        QVERIFY(!unknown.ok());
+        QVERIFY(unknown.error().contains(QStringLiteral("9'9")));
     }
 };
 

@@ -96,16 +96,8 @@ private slots:
         QCOMPARE(pages.at(2).item(rowItemName(QStringLiteral("Cell"), 12))->rect.top(), 30.0);
     }
 
-    void offsetMovesEveryItem()
-    {
-        const Page page = listForm(2).pages().first();
-        const Page moved = page.shifted({1.5, -2.0});
-        QCOMPARE(moved.items.size(), page.items.size());
-        for (int n = 0; n < page.items.size(); ++n)
-            QCOMPARE(moved.items.at(n).rect, page.items.at(n).rect.translated(1.5, -2.0));
-    }
-
-    void offsetsAreKeptPerForm()
+    // A form's offset is kept, for the forms on pre-printed paper only, and moves every item.
+    void offsetsAreKeptPerFormAndMoveEveryItem()
     {
         QVERIFY(hasOffset(QStringLiteral("rprKarton")));
         QVERIFY(!hasOffset(QStringLiteral("rprPacient")));
@@ -114,27 +106,39 @@ private slots:
         QVERIFY(!setOffset(QStringLiteral("rprPacient"), {3, 3}));
         QCOMPARE(offsetOf(QStringLiteral("rprPacient")), QPointF());
         QVERIFY(setOffset(QStringLiteral("rprKarton"), {}));
+        const Page page = listForm(2).pages().first();
+        const Page moved = page.shifted({1.5, -2.0});
+        QCOMPARE(moved.items.size(), page.items.size());
+        for (int n = 0; n < page.items.size(); ++n)
+            QCOMPARE(moved.items.at(n).rect, page.items.at(n).rect.translated(1.5, -2.0));
     }
 
-    void digitBoxesTakeOneCharacterPerCell_data()
+    // The personal number spread over the boxes of a form, wide or narrow, and read back per cell.
+    void spreadIntoDigitBoxes_data()
     {
-        QTest::addColumn<QString>("spread");
-        QTest::addColumn<int>("gap");
-        QTest::newRow("narrow") << SpreadNarrow(QStringLiteral("7501012345")) << 1;
-        QTest::newRow("wide") << SpreadWide(QStringLiteral("7501012345")) << 2;
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("wide");
+        QTest::addColumn<QString>("narrow");
+        QTest::newRow("ten digits") << "7501012345" << "7  5  0  1  0  1  2  3  4  5" << "7 5 0 1 0 1 2 3 4 5";
+        QTest::newRow("empty gives only gaps") << "" << QString(18, u' ') << QString(9, u' ');
+        QTest::newRow("short value ends in gaps") << "123" << "1  2  3" + QString(14, u' ') << "1 2 3" + QString(7, u' ');
+        QTest::newRow("past ten is dropped") << "123456789012" << "1  2  3  4  5  6  7  8  9  0"
+                                             << "1 2 3 4 5 6 7 8 9 0";
     }
-    void digitBoxesTakeOneCharacterPerCell()
+    void spreadIntoDigitBoxes()
     {
-        QFETCH(QString, spread);
-        QFETCH(int, gap);
-        const PageItem cells = digitBoxes(QStringLiteral("D"), {0, 0, 50, 5}, spread, gap);
-        QString read;
-        for (int n = 0; n < cells.cells; ++n)
-            read += cells.cellText(n);
-        QCOMPARE(read, QStringLiteral("7501012345"));
-        const PageItem shortOne = digitBoxes(QStringLiteral("D"), {0, 0, 50, 5}, SpreadWide(QStringLiteral("5")), 2, 2);
-        QCOMPARE(shortOne.cellText(0), QStringLiteral("5"));
-        QCOMPARE(shortOne.cellText(1), QStringLiteral(" "));
+        QFETCH(QString, value);
+        QTEST(SpreadWide(value), "wide");
+        QTEST(SpreadNarrow(value), "narrow");
+        for (const auto &[spread, gap] : {std::pair{SpreadWide(value), 2}, std::pair{SpreadNarrow(value), 1}}) {
+            const PageItem cells = digitBoxes(QStringLiteral("D"), {0, 0, 50, 5}, spread, gap);
+            QString read;
+            for (int n = 0; n < cells.cells; ++n)
+                read += cells.cellText(n);
+            QCOMPARE(read, value.left(10).leftJustified(10));
+        }
+        const PageItem two = digitBoxes(QStringLiteral("D"), {0, 0, 50, 5}, SpreadWide(QStringLiteral("5")), 2, 2);
+        QCOMPARE(two.cellText(0) + two.cellText(1), QStringLiteral("5 "));
     }
 
     void textStaysInsideItsBox_data()

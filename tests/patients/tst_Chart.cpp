@@ -26,11 +26,10 @@ private slots:
     void leavingTranslatesTheTypedCode()
     {
         QFETCH(QString, typed);
-        QFETCH(QString, stored);
         Chart chart;
         chart.setText(30, typed);
         chart.inputLeft(30);
-        QCOMPARE(chart.text(30), stored);
+        QTEST(chart.text(30), "stored");
         QVERIFY(!chart.boxOn(7));
     }
 
@@ -44,23 +43,36 @@ private slots:
         QCOMPARE(chart.text(40), QStringLiteral("G"));
     }
 
-    void milkMarkOnBoxedPlaceTurnsItToMilk_data()
+    // A star anywhere (typed as * or 00, or stored in a milk field) turns the boxed place just
+    // left to milk: its entry moves to the milk field, which is shown instead.
+    void starTurnsTheBoxedPlaceLeftToMilk_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::newRow("star") << "*";
-        QTest::newRow("double zero") << "00";
+        QTest::addColumn<int>("starField");
+        QTest::addColumn<QString>("star");
+        QTest::addColumn<int>("left");
+        QTest::addColumn<QString>("entry"); // what the milk field holds afterwards
+        QTest::newRow("star typed on the place") << 24 << "*" << 24 << "*";
+        QTest::newRow("double zero typed on the place") << 24 << "00" << 24 << "*";
+        QTest::newRow("star on a molar, another place left") << 21 << "*" << 28 << "C";
+        QTest::newRow("star stored in a milk field") << 3 << "*" << 29 << "C";
     }
-    void milkMarkOnBoxedPlaceTurnsItToMilk()
+    void starTurnsTheBoxedPlaceLeftToMilk()
     {
-        QFETCH(QString, typed);
+        QFETCH(int, starField);
+        QFETCH(QString, star);
+        QFETCH(int, left);
         Chart chart;
-        chart.setText(24, typed);
-        chart.inputLeft(24);
-        QVERIFY(chart.boxOn(1));
-        QCOMPARE(chart.text(1), QStringLiteral("*"));
-        QCOMPARE(chart.text(24), QString());
-        QVERIFY(chart.isShown(1));
-        QVERIFY(!chart.isShown(24));
+        if (left != starField)
+            chart.setText(left, QStringLiteral("C"));
+        chart.setText(starField, star);
+        chart.inputLeft(left);
+        const int box = left - 23;
+        QVERIFY(chart.boxOn(box));
+        QTEST(chart.text(box), "entry");
+        QCOMPARE(chart.text(left), QString());
+        QVERIFY(chart.isShown(box) && !chart.isShown(left));
+        chart.inputLeft(25); // every later leaving of a boxed place flips that one too
+        QVERIFY(chart.boxOn(2) && chart.isShown(2));
     }
 
     void milkMarkOnMolarStaysInPermanentField()
@@ -74,54 +86,8 @@ private slots:
             QVERIFY(!chart.boxOn(box));
     }
 
-    void anyStarFlipsTheBoxedPlaceJustLeft()
-    {
-        // The star stands on a molar; leaving the untouched Z28 still turns place 5 to milk.
-        Chart chart;
-        chart.setText(21, QStringLiteral("*"));
-        chart.setText(28, QStringLiteral("C"));
-        chart.inputLeft(28);
-        QVERIFY(chart.boxOn(5));
-        QCOMPARE(chart.text(5), QStringLiteral("C"));
-        QCOMPARE(chart.text(28), QString());
-        QVERIFY(chart.isShown(5));
-        // A second leaving of another boxed place flips that one too.
-        chart.inputLeft(25);
-        QVERIFY(chart.boxOn(2));
-        QVERIFY(chart.isShown(2));
-    }
-
-    void starInStoredMilkFieldAlsoFlips()
-    {
-        Chart chart;
-        chart.setText(3, QStringLiteral("*"));
-        chart.inputLeft(29);
-        QVERIFY(chart.boxOn(6));
-        QVERIFY(chart.isShown(6));
-        QVERIFY(!chart.isShown(29));
-    }
-
+    // A box moves the entry when it loses focus, not when clicked: clicked twice, nothing moves.
     void boxMovesTheEntryWhenItLosesFocus()
-    {
-        Chart chart;
-        chart.setText(28, QStringLiteral("C"));
-        chart.boxFocusIn(5);
-        chart.setBoxOn(5, true);
-        QCOMPARE(chart.text(28), QStringLiteral("C")); // nothing moves before the box is left
-        chart.boxFocusOut(5);
-        QCOMPARE(chart.text(5), QStringLiteral("C"));
-        QCOMPARE(chart.text(28), QString());
-        QVERIFY(chart.isShown(5) && !chart.isShown(28));
-
-        chart.boxFocusIn(5);
-        chart.setBoxOn(5, false);
-        chart.boxFocusOut(5);
-        QCOMPARE(chart.text(28), QStringLiteral("C"));
-        QCOMPARE(chart.text(5), QString());
-        QVERIFY(chart.isShown(28) && !chart.isShown(5));
-    }
-
-    void boxClickedTwiceBeforeLeavingMovesNothing()
     {
         Chart chart;
         chart.setText(28, QStringLiteral("C"));
@@ -131,34 +97,34 @@ private slots:
         chart.boxFocusOut(5);
         QCOMPARE(chart.text(28), QStringLiteral("C"));
         QVERIFY(chart.isShown(28));
+        chart.boxFocusIn(5);
+        chart.setBoxOn(5, true);
+        QCOMPARE(chart.text(28), QStringLiteral("C"));
+        chart.boxFocusOut(5);
+        QCOMPARE(chart.text(5), QStringLiteral("C"));
+        QCOMPARE(chart.text(28), QString());
+        QVERIFY(chart.isShown(5) && !chart.isShown(28));
     }
 
+    // A stored milk tooth comes up boxed over the permanent entry, which is kept unseen; switched
+    // off, the milk entry moves back over the permanent one. Empty milk fields leave boxes be.
     void storedMilkToothComesUpAndHidesThePermanentEntry()
     {
         Chart chart;
         chart.setText(1, QStringLiteral("P"));
         chart.setText(24, QStringLiteral("C"));
+        chart.setText(2, QStringLiteral("  "));
+        chart.setBoxOn(4, true);
         chart.comeToFront();
-        QVERIFY(chart.boxOn(1));
-        QVERIFY(chart.isShown(1) && !chart.isShown(24));
+        QVERIFY(chart.boxOn(1) && chart.boxOn(4) && !chart.boxOn(2));
+        QVERIFY(chart.isShown(1) && !chart.isShown(24) && chart.isShown(25));
         QCOMPARE(chart.text(24), QStringLiteral("C"));
-        // Switching the box off moves the milk entry back over the permanent one.
         chart.boxFocusIn(1);
         chart.setBoxOn(1, false);
         chart.boxFocusOut(1);
         QCOMPARE(chart.text(24), QStringLiteral("P"));
         QCOMPARE(chart.text(1), QString());
-    }
-
-    void emptyMilkFieldsLeaveBoxesAsTheyAre()
-    {
-        Chart chart;
-        chart.setBoxOn(4, true);
-        chart.setText(1, QStringLiteral("  "));
-        chart.comeToFront();
-        QVERIFY(chart.boxOn(4));
-        QVERIFY(!chart.boxOn(1));
-        QVERIFY(chart.isShown(24));
+        QVERIFY(chart.isShown(24) && !chart.isShown(1));
     }
 
     void resetShowsEveryPermanentInputAndKeepsTexts()

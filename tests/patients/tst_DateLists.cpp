@@ -1,10 +1,17 @@
-// Lists of patients by a date period: the checks of a row and the three lists.
+// Lists of patients by a date period: the checks of a row, the three lists, and the search form
+// that fills one row at a time.
 #include "TestPractice.h"
+#include "Typing.h"
 
 #include "patients/DateLists.h"
 #include "patients/DateListsPage.h"
+#include "patients/ui/SeekDati.h"
 #include "store/Sql.h"
 
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace datelists;
@@ -25,12 +32,25 @@ QStringList egns(const DateList &list)
     return numbers;
 }
 
+QLineEdit *box(SeekDati *form, const QString &name) { return form->findChild<QLineEdit *>(name); }
+
+QColor colourOf(QWidget *input) { return input->palette().color(QPalette::Base); }
+
+QList<ListKind> kinds(const QSignalSpy &spy)
+{
+    QList<ListKind> asked;
+    for (const QList<QVariant> &call : spy)
+        asked << call.first().value<ListRequest>().kind;
+    return asked;
+}
+
 } // namespace
 
 class TestDateLists final : public QObject
 {
     Q_OBJECT
 private slots:
+    // (A short date, month 13 and a row with one box empty are tried through the form below.)
     void rowChecks_data()
     {
         QTest::addColumn<QString>("from");
@@ -39,9 +59,6 @@ private slots:
         QTest::addColumn<QString>("fromQuery");
         QTest::newRow("good") << "01.02.2005" << "28.02.2005" << "" << "02/01/2005";
         QTest::newRow("slashes pass") << "01/02/2005" << "28/02/2005" << "" << "02/01/2005";
-        QTest::newRow("short date") << "1.2.2005" << "28.02.2005" << DateMessage() << "";
-        QTest::newRow("month 13") << "01.01.2005" << "01.13.2005" << MonthMessage() << "";
-        QTest::newRow("one box empty: skipped") << "01.02.2005" << "" << "" << "";
         QTest::newRow("no such day") << "31.02.2005" << "01.03.2005" << DateMessage() << "";
         QTest::newRow("trailing blank is too long") << "01.02.2005 " << "01.03.2005" << DateMessage() << "";
     }
@@ -94,7 +111,82 @@ private slots:
         QCOMPARE(list->fromText, QString("01.02.2005"));
         QCOMPARE(list->toText, QString("28.02.2005"));
     }
+
+    void enteringARowEmptiesTheOthers()
+    {
+        TestPractice practice;
+        QPointer<SeekDati> form = SeekDati::open();
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        form->findChild<QComboBox *>("Combo5")->setFocus();
+        box(form, "Text2_0")->setText("01.01.2005");
+        box(form, "Text3_1")->setText("01.01.2006");
+        box(form, "Text1_0")->setFocus();
+        QVERIFY(box(form, "Text2_0")->text().isEmpty());
+        QVERIFY(box(form, "Text3_1")->text().isEmpty());
+        QCOMPARE(colourOf(box(form, "Text1_0")), QColor(Qt::white));
+        QCOMPARE(colourOf(box(form, "Text1_1")), QColor(Qt::white));
+        form->findChild<QComboBox *>("Combo2")->setFocus();
+        QCOMPARE(colourOf(box(form, "Text1_0")), QColor(192, 192, 192));
+        QCOMPARE(colourOf(form->findChild<QComboBox *>("Combo2")), QColor(Qt::white));
+        form->close();
+    }
+
+    void seekChecksEachRow_data()
+    {
+        QTest::addColumn<QStringList>("rows"); // from, to of rows 1..3
+        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<QList<ListKind>>("lists");
+        QTest::addColumn<QString>("button");
+        QTest::newRow("born") << QStringList({"01.02.2005", "28.02.2005", "", "", "", ""}) << QStringList()
+                              << QList<ListKind>({ListKind::Born}) << "SeekButton";
+        QTest::newRow("one box only: nothing at all") << QStringList({"01.02.2005", "", "", "", "", ""})
+                                                      << QStringList() << QList<ListKind>() << "SeekButton";
+        QTest::newRow("each row reports on its own")
+            << QStringList({"1.2.2005", "28.02.2005", "01.13.2005", "01.01.2006", "01/02/2005", "28/02/2005"})
+            << QStringList({DateMessage(), MonthMessage()}) << QList<ListKind>({ListKind::Visited}) << "SeekButton";
+        QTest::newRow("cancel says so and closes") << QStringList({"01.02.2005", "28.02.2005", "", "", "", ""})
+                                                   << QStringList(NoLimitsMessage()) << QList<ListKind>() << "CancelButton";
+    }
+    void seekChecksEachRow()
+    {
+        QFETCH(QStringList, rows);
+        QFETCH(QString, button);
+        TestPractice practice;
+        QPointer<SeekDati> form = SeekDati::open();
+        for (int i = 0; i < 6; ++i)
+            box(form, QStringLiteral("Text%1_%2").arg(i / 2 + 1).arg(i % 2))->setText(rows.at(i));
+        QSignalSpy asked(form.data(), &SeekDati::listRequested);
+        QTest::mouseClick(form->findChild<QPushButton *>(button), Qt::LeftButton);
+        QTEST(practice.dialogs().messages, "messages");
+        QTEST(kinds(asked), "lists");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // A search that listed something ends the form, as a cancel does.
+        QCOMPARE(form.isNull(), !asked.isEmpty() || button == u"CancelButton");
+        delete form;
+    }
+
+    void listBoxesAreKeptButReadByNoSearch()
+    {
+        TestPractice practice;
+        QPointer<SeekDati> form = SeekDati::open();
+        auto *settlement = form->findChild<QComboBox *>("Combo2");
+        typeText(settlement->lineEdit(), " sofia ");
+        QCOMPARE(form->SettlementText(), QString("SOFIA"));
+        QVERIFY(form->findChild<QPushButton *>("SeekButton")->isDefault());
+        QTest::mouseClick(form->findChild<QComboBox *>("Combo3"), Qt::LeftButton);
+        QCOMPARE(form->AddressText(), QString("москва"));
+        box(form, "Text2_0")->setText("01.02.2005");
+        box(form, "Text2_1")->setText("28.02.2005");
+        QSignalSpy asked(form.data(), &SeekDati::listRequested);
+        form->seek();
+        QCOMPARE(asked.size(), 1);
+        const auto request = asked.first().first().value<ListRequest>();
+        QCOMPARE(request.kind, ListKind::Registered);
+        QCOMPARE(request.ListToQuery, QString("02/28/2005"));
+        QCOMPARE(request.ListToDate, QDate(2005, 2, 28));
+        delete form;
+    }
 };
 
-QTEST_GUILESS_MAIN(TestDateLists)
+QTEST_MAIN(TestDateLists)
 #include "tst_DateLists.moc"

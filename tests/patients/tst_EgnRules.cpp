@@ -40,12 +40,9 @@ private slots:
     void faults()
     {
         QFETCH(QString, egn);
-        QFETCH(bool, dateBad);
-        QFETCH(bool, monthBad);
-        QFETCH(bool, checkBad);
-        QCOMPARE(EgnDateBad(egn), dateBad);
-        QCOMPARE(EgnMonthBad(egn), monthBad);
-        QCOMPARE(EgnCheckDigitBad(egn), checkBad);
+        QTEST(EgnDateBad(egn), "dateBad");
+        QTEST(EgnMonthBad(egn), "monthBad");
+        QTEST(EgnCheckDigitBad(egn), "checkBad");
     }
 
     void birthDateAndSex_data()
@@ -68,15 +65,13 @@ private slots:
     void birthDateAndSex()
     {
         QFETCH(QString, egn);
-        QFETCH(QString, text);
         QFETCH(QDate, date);
-        QFETCH(QString, sex);
-        QCOMPARE(EgnBirthDateText(egn), text);
+        QTEST(EgnBirthDateText(egn), "text");
         const auto born = EgnBirthDate(egn);
         QCOMPARE(born.has_value(), date.isValid());
         if (born)
             QCOMPARE(*born, date);
-        QCOMPARE(EgnSex(egn), sex);
+        QTEST(EgnSex(egn), "sex");
     }
 
     void overEighteen_data()

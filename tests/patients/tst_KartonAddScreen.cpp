@@ -22,9 +22,28 @@
 namespace {
 
 const QString Doctor = QStringLiteral("0101");
+const QString StoredName = QStringLiteral("Иван Петров Иванов");
+const QString Stored = validEgn(QDate(1975, 1, 1));
 
-QString storedText(const QString &sql, const QString &egn)
+// Doctor 0101 signed in, with one patient of his: StoredName under Stored.
+struct SignedIn
 {
+    SignedIn()
+    {
+        run().CurrentMedicCode = Doctor;
+        practice.addPatient(Stored, StoredName, Doctor);
+    }
+    TestPractice practice;
+    ScriptedDialogs &dialogs() { return practice.dialogs(); }
+    int count(const QString &table, const QString &egn) const
+    {
+        return practice.count(u"SELECT COUNT(*) FROM %1 WHERE EGN = '%2'"_qs.arg(table, egn));
+    }
+};
+
+QString storedText(const QString &field, const QString &egn)
+{
+    const QString sql = u"SELECT %1 FROM Pacients LEFT JOIN Dental USING (EGN) WHERE EGN = ?"_qs.arg(field);
     return store::scalar(store::clinicDb(), sql, {egn}).toString();
 }
 
@@ -50,6 +69,7 @@ public:
     QLineEdit *input(const QString &name) const { return m_card->findChild<QLineEdit *>(name); }
     QCheckBox *box(int number) const { return m_card->findChild<QCheckBox *>(QStringLiteral("Check%1").arg(number)); }
     QPushButton *button(const QString &name) const { return m_card->findChild<QPushButton *>(name); }
+    void click(const QString &name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
 
     // Types into an input and leaves it for the next one, as Tab would.
     void type(const QString &name, const QString &text) const
@@ -89,18 +109,24 @@ class TestKartonAddScreen final : public QObject
 private slots:
     void registersNewPatientWithChart()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
+        SignedIn signedIn;
         run().CardMode = QStringLiteral("New");
         KartonAdd card;
         QSignalSpy treatment(&card, &KartonAdd::openTreatment);
-        CardDriver driver(&card, practice.dialogs());
+        CardDriver driver(&card, signedIn.dialogs());
         QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Нов"));
         QVERIFY(!driver.button("cmdDelete")->isEnabled());
         QVERIFY(!driver.button("cmdClose")->isEnabled());
 
+        // Tab reaches the stored number's box, and typing there starts an entry as a click does.
         const QString egn = validEgn(QDate(1985, 7, 20), false);
-        driver.enterNumber(egn);
+        driver.input("Text1")->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(driver.input("Text1"), Qt::Key_Tab);
+        QVERIFY(driver.input("Text3")->hasFocus());
+        QTest::keyClicks(driver.input("Text3"), egn.left(1));
+        QVERIFY(driver.input("Text11")->hasFocus());
+        QTest::keyClicks(driver.input("Text11"), egn.mid(1));
+        driver.leave();
         QVERIFY(driver.input("Text11")->isHidden());
         QCOMPARE(driver.input("Text3")->text(), egn);
         QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("Ж"));
@@ -122,27 +148,27 @@ private slots:
         QVERIFY(!driver.input("Z2")->isHidden());
         driver.type("Z21", QStringLiteral("p"));
 
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QVERIFY2(practice.dialogs().messages.isEmpty(), qPrintable(practice.dialogs().messages.join('|')));
+        driver.click("cmdUpdate");
+        QVERIFY2(signedIn.dialogs().messages.isEmpty(), qPrintable(signedIn.dialogs().messages.join('|')));
         QVERIFY(!driver.button("cmdUpdate")->isEnabled());
-        QCOMPARE(practice.row("SELECT Names, LKod, RZOK, Pol, UL, Z24, Z2, Z25, Z21 FROM Pacients JOIN Dental USING (EGN) "
-                              "WHERE EGN = ?", {egn}),
+        QCOMPARE(signedIn.practice.row("SELECT Names, LKod, RZOK, Pol, UL, Z24, Z2, Z25, Z21 FROM Pacients "
+                                       "JOIN Dental USING (EGN) WHERE EGN = ?", {egn}),
                  (QStringList{"Мария Д'Арк Петрова", Doctor, "22", "Ж", "ул. Витоша №5", "C", "*", "", "P"}));
 
-        QTest::mouseClick(driver.button("cmdClose"), Qt::LeftButton);
+        driver.click("cmdClose");
         QCOMPARE(treatment.size(), 1);
         QCOMPARE(treatment.at(0).at(0).toString(), egn);
         QCOMPARE(treatment.at(0).at(1).toString(), QStringLiteral("Мария Д'Арк Петрова"));
         QVERIFY(!card.isVisible());
     }
 
+    // Leaving an input only warns; a card saved without a number is refused. The close box, like
+    // "Затвори", gives up typing only on the user's word, and says nothing about a half-typed number.
     void checksOnLeavingInputsOnlyWarn()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        run().CardMode = QStringLiteral("New");
-        KartonAdd card;
-        CardDriver driver(&card, practice.dialogs());
+        SignedIn signedIn;
+        KartonAdd card(QStringLiteral("New"), {}, {}, nullptr);
+        CardDriver driver(&card, signedIn.dialogs());
         driver.type("Text2", QStringLiteral("Мария"));
         driver.type("Text2", QStringLiteral("Мария "));
         driver.type("Text6", QStringLiteral("0000"));
@@ -150,162 +176,119 @@ private slots:
         driver.type("Text13", QStringLiteral("Лозенец"));
         driver.leave();
         driver.type("Text13", QString());
-        QCOMPARE(practice.dialogs().messages,
+        QCOMPARE(signedIn.dialogs().messages,
                  QStringList({QStringLiteral("Въведете трите имена на пациента!"),
-                              QStringLiteral("Няма данни за населеното място ") + QChar(13) + QStringLiteral("или за пощенски код е сгрешен!"),
+                              u"Няма данни за населеното място \rили за пощенски код е сгрешен!"_qs,
                               QStringLiteral("Номера на здравната книжка е невалиден!")}));
         QCOMPARE(driver.input("Text13")->text(), QStringLiteral("кв. "));
-        // Saved without a number, the card is refused and nothing is stored.
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
-        QCOMPARE(practice.dialogs().messages.size(), 4);
+        driver.click("cmdUpdate");
+        QCOMPARE(signedIn.dialogs().messages.size(), 4);
+        QCOMPARE(signedIn.practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+
+        QTest::mouseClick(driver.input("Text3"), Qt::LeftButton);
+        QTest::keyClicks(driver.input("Text11"), QStringLiteral("7501"));
+        QVERIFY(driver.input("Text11")->hasFocus());
+        signedIn.dialogs().answers = {false, true};
+        QVERIFY(!card.close());
+        QCOMPARE(signedIn.dialogs().questions.size(), 1);
+        QVERIFY(signedIn.dialogs().questions.first().endsWith(QStringLiteral("Да се откажа ли от въведеното?")));
+        QCOMPARE(driver.input("Text2")->text(), QStringLiteral("Мария "));
+        QVERIFY(card.close());
+        QCOMPARE(signedIn.dialogs().messages.size(), 4);
+        QCOMPARE(signedIn.practice.count("SELECT COUNT(*) FROM Pacients"), 1);
     }
 
     // A mistyped number keeps the card open with what was typed, for the number to be put right.
     void ninedigitNumberKeepsTheCardOpen()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        run().CardMode = QStringLiteral("New");
-        KartonAdd card;
-        CardDriver driver(&card, practice.dialogs());
+        SignedIn signedIn;
+        KartonAdd card(QStringLiteral("New"), {}, {}, nullptr);
+        CardDriver driver(&card, signedIn.dialogs());
         driver.type("Text2", QStringLiteral("Мария Иванова Петрова"));
         driver.enterNumber(QStringLiteral("750101124"));
-        QCOMPARE(practice.dialogs().messages, QStringList{egnmessages::InvalidLength});
+        QCOMPARE(signedIn.dialogs().messages, QStringList{egnmessages::InvalidLength});
         QCOMPARE(card.mode(), QStringLiteral(" "));
         QVERIFY(card.isVisible());
         QCOMPARE(driver.input("Text2")->text(), QStringLiteral("Мария Иванова Петрова"));
         QCOMPARE(driver.input("Text11")->text(), QStringLiteral("750101124"));
-        const QString egn = validEgn(QDate(1975, 1, 1));
+        const QString egn = validEgn(QDate(1975, 1, 2));
         driver.input("Text11")->setFocus(Qt::TabFocusReason);
         driver.input("Text11")->selectAll();
         QTest::keyClicks(driver.input("Text11"), egn);
         driver.leave();
         QCOMPARE(card.mode(), QStringLiteral("New"));
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(storedText("SELECT Names FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Мария Иванова Петрова"));
-    }
-
-    // Tab reaches the stored number's box, and typing there starts an entry as a click does.
-    void numberFromTheKeyboard()
-    {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        KartonAdd card(QStringLiteral("New"), {}, {}, nullptr);
-        CardDriver driver(&card, practice.dialogs());
-        QWidget *before = driver.input("Text1");
-        before->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(before, Qt::Key_Tab);
-        QVERIFY(driver.input("Text3")->hasFocus());
-        const QString egn = validEgn(QDate(1980, 6, 15), false);
-        QTest::keyClicks(driver.input("Text3"), egn.left(1));
-        QVERIFY(driver.input("Text11")->hasFocus());
-        QTest::keyClicks(driver.input("Text11"), egn.mid(1));
-        driver.leave();
-        QCOMPARE(driver.input("Text3")->text(), egn);
-        QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("Ж"));
-    }
-
-    // The close box, like "Затвори", gives up edits only on the user's word.
-    void closeBoxAsksOverEdits()
-    {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
-        KartonAdd card(QStringLiteral("Edit"), QStringLiteral("Иван"), egn, nullptr);
-        CardDriver driver(&card, practice.dialogs());
-        QVERIFY(card.close()); // nothing typed: no question
-        QVERIFY(practice.dialogs().questions.isEmpty());
-        card.show();
-        driver.type("Text4", QStringLiteral("пеницилин"));
-        practice.dialogs().answers = {false, true};
-        QVERIFY(!card.close());
-        QCOMPARE(practice.dialogs().questions.size(), 1);
-        QVERIFY(practice.dialogs().questions.first().endsWith(QStringLiteral("Да се откажа ли от въведеното?")));
-        QCOMPARE(driver.input("Text4")->text(), QStringLiteral("пеницилин"));
-        QVERIFY(card.close());
-        QVERIFY(storedText("SELECT Nep FROM Pacients WHERE EGN = ?", egn).isEmpty());
+        driver.click("cmdUpdate");
+        QCOMPARE(storedText("Names", egn), QStringLiteral("Мария Иванова Петрова"));
     }
 
     // One card: the registration command twice gives one card; a correction over a new card with
     // typing asks first, and each card saves and deletes in its own mode whatever the run holds.
     void oneCardWithItsOwnMode()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString stored = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(stored, QStringLiteral("Иван Петров Иванов"), Doctor);
+        SignedIn signedIn;
         QWidget main;
         KartonAdd *fresh = KartonAdd::openNew(&main);
         QCOMPARE(fresh->parentWidget(), &main);
         QCOMPARE(KartonAdd::openNew(&main), nullptr); // brought forward
         QCOMPARE(KartonAdd::openCard(), fresh);
-        CardDriver driver(fresh, practice.dialogs());
+        CardDriver driver(fresh, signedIn.dialogs());
         const QString egn = validEgn(QDate(1990, 2, 3));
         driver.enterNumber(egn);
         driver.type("Text2", QStringLiteral("Нов Пациент Петров"));
 
-        practice.dialogs().answers = {false};
-        QCOMPARE(KartonAdd::openForCorrection(QStringLiteral("Иван"), stored, &main), nullptr);
-        QCOMPARE(practice.dialogs().questions.size(), 1);
+        signedIn.dialogs().answers = {false};
+        QCOMPARE(KartonAdd::openForCorrection(QStringLiteral("Иван"), Stored, &main), nullptr);
+        QCOMPARE(signedIn.dialogs().questions.size(), 1);
         run().CardMode = QStringLiteral("Edit"); // as another window might leave it
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(storedText("SELECT Names FROM Pacients WHERE EGN = ?", egn), QStringLiteral("Нов Пациент Петров"));
+        driver.click("cmdUpdate");
+        QCOMPARE(storedText("Names", egn), QStringLiteral("Нов Пациент Петров"));
 
         driver.type("Text4", QStringLiteral("typed"));
-        practice.dialogs().answers = {true};
-        KartonAdd *correction = KartonAdd::openForCorrection(QStringLiteral("Иван"), stored, &main);
+        signedIn.dialogs().answers = {true};
+        KartonAdd *correction = KartonAdd::openForCorrection(QStringLiteral("Иван"), Stored, &main);
         QVERIFY(correction && correction != fresh);
         QCOMPARE(run().CardMode, QStringLiteral("Edit"));
         QTRY_COMPARE(KartonAdd::openCard(), correction);
-        practice.dialogs().answers = {true};
+        signedIn.dialogs().answers = {true};
         QTest::mouseClick(correction->findChild<QPushButton *>("cmdDelete"), Qt::LeftButton);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + stored + "'"), 0);
+        QCOMPARE(signedIn.count("Pacients", Stored), 0);
     }
 
     void storedNumberShowsThatPatient()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
+        SignedIn signedIn;
         store::run(store::clinicDb(), QStringLiteral("UPDATE Pacients SET Pol = 'Ж'"));
         store::run(store::clinicDb(), QStringLiteral("UPDATE Dental SET Z3 = 'P', Z26 = 'K'"));
         run().CardMode = QStringLiteral("New");
         KartonAdd card;
-        CardDriver driver(&card, practice.dialogs());
-        driver.enterNumber(egn);
-        QCOMPARE(practice.dialogs().messages.value(0),
-                 QStringLiteral("Имате пациент с това ЕГН!") + QChar(13) + QStringLiteral("Ще покажа данните."));
+        CardDriver driver(&card, signedIn.dialogs());
+        driver.enterNumber(Stored);
+        QCOMPARE(signedIn.dialogs().messages.value(0), u"Имате пациент с това ЕГН!\rЩе покажа данните."_qs);
         QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Корекция"));
         QCOMPARE(run().CardMode, QStringLiteral("Edit"));
-        QCOMPARE(driver.input("Text2")->text(), QStringLiteral("Иван Петров Иванов"));
+        QCOMPARE(driver.input("Text2")->text(), StoredName);
         QCOMPARE(driver.input("txtFields(17)")->text(), QStringLiteral("М")); // sex from the number
         QVERIFY(!driver.button("cmdDelete")->isEnabled());
         QVERIFY(driver.box(3)->isChecked());
         QCOMPARE(driver.input("Z3")->text(), QStringLiteral("P"));
         QVERIFY(driver.input("Z26")->isHidden());
 
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
-        QCOMPARE(storedText("SELECT Pol FROM Pacients WHERE EGN = ?", egn), QStringLiteral("М"));
-        QCOMPARE(storedText("SELECT Z26 FROM Dental WHERE EGN = ?", egn), QStringLiteral("K")); // unseen, kept
+        driver.click("cmdUpdate");
+        QCOMPARE(signedIn.practice.count("SELECT COUNT(*) FROM Pacients"), 1);
+        QCOMPARE(storedText("Pol", Stored), QStringLiteral("М"));
+        QCOMPARE(storedText("Z26", Stored), QStringLiteral("K")); // unseen, kept
         QVERIFY(driver.button("cmdClose")->isEnabled());
     }
 
     void correctionWithHistoryAndMissingChartRow()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
-        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
-        practice.addService(egn, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        SignedIn signedIn;
+        signedIn.practice.addService(Stored, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
+        signedIn.practice.addService(Stored, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("DELETE FROM Dental"));
         run().CardMode = QStringLiteral("Edit");
-        KartonAdd card(QStringLiteral("Иван Петров Иванов          "), egn);
-        CardDriver driver(&card, practice.dialogs());
+        KartonAdd card(StoredName + QString(10, u' '), Stored);
+        CardDriver driver(&card, signedIn.dialogs());
         QCOMPARE(card.windowTitle(), QStringLiteral("Картон - Корекция"));
         QVERIFY(!driver.button("cmdAdd")->isEnabled());
         QVERIFY(card.history());
@@ -318,173 +301,140 @@ private slots:
         driver.type("Z28", QStringLiteral("5"));
         driver.switchBox(5); // the crown follows the tooth into the milk field
         QCOMPARE(driver.input("Z5")->text(), QStringLiteral("K"));
-        QTest::mouseClick(driver.button("cmdUpdate"), Qt::LeftButton);
-        QCOMPARE(storedText("SELECT Z5 FROM Dental WHERE EGN = ?", egn), QStringLiteral("K"));
-        QCOMPARE(storedText("SELECT Z28 FROM Dental WHERE EGN = ?", egn), QString());
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
+        driver.click("cmdUpdate");
+        QCOMPARE(storedText("Z5", Stored), QStringLiteral("K"));
+        QCOMPARE(storedText("Z28", Stored), QString());
+        QCOMPARE(signedIn.practice.count("SELECT COUNT(*) FROM Dental"), 1);
 
-        QTest::mouseClick(driver.button("cmdClose"), Qt::LeftButton);
+        driver.type("Text4", QStringLiteral("пеницилин")); // given up on the user's word, not stored
+        signedIn.dialogs().answers = {true};
+        driver.click("cmdClose");
+        QCOMPARE(signedIn.dialogs().questions.size(), 1);
+        QVERIFY(storedText("Nep", Stored).isEmpty());
         QTRY_VERIFY(!card.history());
     }
 
     // The delete asks first; one that fails keeps the card, its history and every row.
     void deleteAsksFirst()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
-        practice.addService(egn, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
+        SignedIn signedIn;
+        signedIn.practice.addService(Stored, QDate(2026, 3, 2), QStringLiteral("301"), Doctor);
         run().CardMode = QStringLiteral("Edit");
-        KartonAdd card(QStringLiteral("Иван"), egn);
-        CardDriver driver(&card, practice.dialogs());
-        const QString rows = QStringLiteral("SELECT (SELECT COUNT(*) FROM Pacients) + (SELECT COUNT(*) FROM Dental) + "
-                                            "(SELECT COUNT(*) FROM Help)");
-        practice.dialogs().answers = {false, true, true};
-        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
-        QCOMPARE(practice.count(rows), 3);
+        KartonAdd card(QStringLiteral("Иван"), Stored);
+        CardDriver driver(&card, signedIn.dialogs());
+        const auto rows = [&] { return signedIn.count("Pacients", Stored) + signedIn.count("Dental", Stored)
+                                       + signedIn.count("Help", Stored); };
+        signedIn.dialogs().answers = {false, true, true};
+        driver.click("cmdDelete");
+        QCOMPARE(rows(), 3);
         QVERIFY(card.isVisible());
 
         store::run(store::clinicDb(),
                    QStringLiteral("CREATE TRIGGER KeepHelp BEFORE DELETE ON Help BEGIN SELECT RAISE(ABORT, 'kept'); END"));
-        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.size(), 1);
-        QCOMPARE(practice.count(rows), 3);
+        driver.click("cmdDelete");
+        QCOMPARE(signedIn.dialogs().messages.size(), 1);
+        QCOMPARE(rows(), 3);
         QVERIFY(card.isVisible());
         QVERIFY(card.history());
 
         store::run(store::clinicDb(), QStringLiteral("DROP TRIGGER KeepHelp"));
-        QTest::mouseClick(driver.button("cmdDelete"), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().questions.value(1),
-                 QStringLiteral("Изтривате пациент от БД!") + QChar(13) + QStringLiteral("Да продължа ли?"));
-        QCOMPARE(practice.dialogs().questionTitles.value(1), QStringLiteral("ВНИМАНИЕ!"));
-        QCOMPARE(practice.count(rows), 0);
+        driver.click("cmdDelete");
+        QCOMPARE(signedIn.dialogs().questions.value(1), u"Изтривате пациент от БД!\rДа продължа ли?"_qs);
+        QCOMPARE(signedIn.dialogs().questionTitles.value(1), QStringLiteral("ВНИМАНИЕ!"));
+        QCOMPARE(rows(), 0);
         QVERIFY(!card.isVisible());
     }
 
     void korEgnWarnsRefusesAndMovesSilently()
     {
-        TestPractice practice;
-        const QString wrong = validEgn(QDate(1975, 1, 1));
+        SignedIn signedIn;
         const QString right = validEgn(QDate(1975, 1, 2));
         const QString taken = validEgn(QDate(1980, 1, 1));
-        practice.addPatient(wrong, QStringLiteral("Иван Петров"), Doctor);
-        practice.addPatient(taken, QStringLiteral("Мария Петрова"), Doctor);
-        practice.addService(wrong, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        signedIn.practice.addPatient(taken, QStringLiteral("Мария Петрова"), Doctor);
+        signedIn.practice.addService(Stored, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
+        const QStringList &messages = signedIn.dialogs().messages;
         KorEGN form;
         form.show();
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
-        QCOMPARE(form.windowTitle(), QStringLiteral("Корекция на ЕГН"));
         auto *oldNumber = form.findChild<QLineEdit *>(QStringLiteral("Text1"));
         auto *newNumber = form.findChild<QLineEdit *>(QStringLiteral("Text2"));
+        auto *ok = form.findChild<QPushButton *>(QStringLiteral("OKButton"));
         oldNumber->setFocus(Qt::TabFocusReason);
         newNumber->setFocus(Qt::TabFocusReason); // the old number left empty
-        QCOMPARE(practice.dialogs().messages, QStringList{egncorrection::oldNumberWarning()});
+        QCOMPARE(messages, QStringList{egncorrection::oldNumberWarning()});
 
-        oldNumber->setText(wrong);
+        oldNumber->setText(Stored);
         newNumber->setText(QStringLiteral("typed before"));
         QTest::mouseClick(newNumber, Qt::LeftButton);
         QVERIFY(newNumber->text().isEmpty());
         QTest::keyClicks(newNumber, taken);
-        auto *ok = form.findChild<QPushButton *>(QStringLiteral("OKButton"));
         QTest::mouseClick(ok, Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.size(), 2);
-        QVERIFY(practice.dialogs().messages.last().contains(taken));
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE EGN = '" + wrong + "'"), 1);
+        QCOMPARE(messages.size(), 2);
+        QVERIFY(messages.last().contains(taken));
+        QCOMPARE(signedIn.count("Help", Stored), 1);
 
         QTest::mouseClick(newNumber, Qt::LeftButton);
         QTest::keyClicks(newNumber, right);
         QTest::mouseClick(ok, Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.size(), 2); // success says nothing
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + right + "'"), 1);
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Help WHERE EGN = '" + right + "'"), 1);
+        QCOMPARE(messages.size(), 2); // success says nothing
+        QCOMPARE(signedIn.count("Pacients", right) + signedIn.count("Help", right), 2);
         QVERIFY(form.isVisible());
-        QCOMPARE(oldNumber->text(), wrong);
+        QCOMPARE(oldNumber->text(), Stored);
     }
 
-    void closingWhileTypingTheNumber()
+    // The search finds the doctor's own patients and hands the one chosen on for its purpose,
+    // emptying the list so that no stale row opens a second patient; the correction opens the
+    // card, which takes the search window with it.
+    void searchHandsTheChoiceOn_data()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        run().CardMode = QStringLiteral("New");
-        KartonAdd card;
-        CardDriver driver(&card, practice.dialogs());
-        QTest::mouseClick(driver.input("Text3"), Qt::LeftButton);
-        QTest::keyClicks(driver.input("Text11"), QStringLiteral("7501"));
-        QVERIFY(driver.input("Text11")->hasFocus());
-        card.close();
-        QVERIFY(practice.dialogs().messages.isEmpty());
-        QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 0);
+        QTest::addColumn<int>("purpose");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("correction") << 1 << "Корекция - Търсене по име";
+        QTest::newRow("treatment") << 2 << "Стоматологична помощ - Търсене по име";
+        QTest::newRow("inquiry") << 3 << "Справка за пациент - Търсене по име";
     }
-
-    void correctionSearchOpensTheCard()
+    void searchHandsTheChoiceOn()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Иван Петров Иванов"), Doctor);
-        practice.addPatient(validEgn(QDate(1976, 1, 1)), QStringLiteral("Иван Стоянов"), QStringLiteral("0202"));
-        SeekName *search = SeekName::openFor(1);
-        QCOMPARE(search->windowTitle(), QStringLiteral("Корекция - Търсене по име"));
+        QFETCH(int, purpose);
+        SignedIn signedIn;
+        signedIn.practice.addPatient(validEgn(QDate(1976, 1, 1)), QStringLiteral("Иван Стоянов"), u"0202"_qs);
+        SeekName *search = SeekName::openFor(purpose);
+        QTEST(search->windowTitle(), "title");
         search->findChild<QLineEdit *>("Text1")->setText(QStringLiteral("иван"));
         QTest::mouseClick(search->findChild<QPushButton *>("OKButton"), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.value(0), QStringLiteral("Завърших търсенето на имената!"));
+        QCOMPARE(signedIn.dialogs().messages, QStringList{QStringLiteral("Завърших търсенето на имената!")});
         auto *list = search->findChild<QComboBox *>("Combo1");
         QCOMPARE(list->count(), 1);
         QSignalSpy chosen(search, &SeekName::patientChosen);
         search->choose(list->itemText(0));
-        QCOMPARE(search->FoundEGN(), egn);
-        QCOMPARE(search->FoundName(), QStringLiteral("Иван Петров Иванов") + QString(10, u' '));
-        QCOMPARE(chosen.size(), 1);
-        QCOMPARE(chosen.at(0).at(0).toInt(), 1);
-        QCOMPARE(list->count(), 0); // emptied, so that no stale row opens a second patient
-        KartonAdd *card = KartonAdd::openForCorrection(search->FoundName(), search->FoundEGN());
-        QCOMPARE(card->CardEGN(), egn);
-        QCOMPARE(card->findChild<QLineEdit *>("Text2")->text(), QStringLiteral("Иван Петров Иванов"));
-        QPointer<SeekName> alive(search);
-        card->close();
-        QTRY_VERIFY(!alive); // the card takes the search window with it
-    }
-
-    void treatmentAndInquiryAreHandedOn_data()
-    {
-        QTest::addColumn<int>("purpose");
-        QTest::newRow("treatment") << 2;
-        QTest::newRow("inquiry") << 3;
-    }
-    void treatmentAndInquiryAreHandedOn()
-    {
-        QFETCH(int, purpose);
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        const QString egn = validEgn(QDate(1975, 1, 1));
-        practice.addPatient(egn, QStringLiteral("Петър"), Doctor);
-        SeekName search;
-        run().SeekPurpose = qint16(purpose);
-        QSignalSpy chosen(&search, &SeekName::patientChosen);
-        search.findChild<QLineEdit *>("Text1")->setText(QStringLiteral("петър"));
-        search.search();
-        auto *list = search.findChild<QComboBox *>("Combo1");
-        QCOMPARE(list->itemText(0).size(), 65);
-        search.choose(list->itemText(0));
+        QCOMPARE(search->FoundEGN(), Stored);
+        QCOMPARE(search->FoundName(), StoredName + QString(10, u' '));
         QCOMPARE(chosen.size(), 1);
         QCOMPARE(chosen.at(0).at(0).toInt(), purpose);
-        QCOMPARE(chosen.at(0).at(2).toString(), egn);
+        QCOMPARE(chosen.at(0).at(2).toString(), Stored);
+        QCOMPARE(list->count(), 0);
+        QPointer<SeekName> alive(search);
+        if (purpose == 1) {
+            KartonAdd *card = KartonAdd::openForCorrection(search->FoundName(), search->FoundEGN());
+            QCOMPARE(card->CardEGN(), Stored);
+            QCOMPARE(card->findChild<QLineEdit *>("Text2")->text(), StoredName);
+            card->close();
+            QTRY_VERIFY(!alive);
+        }
+        delete alive.data();
     }
 
     void emptySearchAndEmptyList()
     {
-        TestPractice practice;
-        run().CurrentMedicCode = Doctor;
-        practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров"), QStringLiteral("0202"));
+        SignedIn signedIn;
+        run().CurrentMedicCode = QStringLiteral("0202"); // a doctor without patients
         SeekName search;
         search.show();
         search.search();
-        QCOMPARE(practice.dialogs().messages.value(0),
-                 QStringLiteral("Няма записани пациенти в БД!") + QChar(13) + QStringLiteral(" Прекъсвам търсенето!"));
+        QCOMPARE(signedIn.dialogs().messages.value(0), u"Няма записани пациенти в БД!\r Прекъсвам търсенето!"_qs);
         QTest::mouseClick(search.findChild<QComboBox *>("Combo1"), Qt::LeftButton);
-        QCOMPARE(practice.dialogs().messages.value(1), QStringLiteral("Няма избрани имена!"));
+        QCOMPARE(signedIn.dialogs().messages.value(1), QStringLiteral("Няма избрани имена!"));
     }
 };
 

@@ -43,9 +43,10 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("found");
-        QTest::newRow("first word") << "Иван" << QStringList{"Иван Петров Иванов", "Иван", "\tИван", "Иван  Георгиев"};
-        QTest::newRow("small letters find the same") << "иван" << QStringList{"Иван Петров Иванов", "Иван", "\tИван", "Иван  Георгиев"};
-        QTest::newRow("trailing blank is trimmed") << "иван " << QStringList{"Иван Петров Иванов", "Иван", "\tИван", "Иван  Георгиев"};
+        const QStringList ivans{"Иван Петров Иванов", "Иван", "\tИван", "Иван  Георгиев"};
+        QTest::newRow("first word") << "Иван" << ivans;
+        QTest::newRow("small letters find the same") << "иван" << ivans;
+        QTest::newRow("trailing blank is trimmed") << "иван " << ivans;
         QTest::newRow("capitals do not find") << "ИВАН" << QStringList{};
         QTest::newRow("two words find nobody") << "Иван Петров" << QStringList{};
         QTest::newRow("a name stored in small letters") << "мария" << QStringList{};
@@ -57,7 +58,6 @@ private slots:
     void firstWordOfTheName()
     {
         QFETCH(QString, typed);
-        QFETCH(QStringList, found);
         TestPractice practice;
         const QStringList stored{"Иван Петров Иванов", "Иванка Тодорова", "мария Петрова", "Иван", "Петър Иванов",
                                  "  Иван Стоянов", "\tИван", "Иван  Георгиев", "Д'Артанян Петров", "John Smith",
@@ -69,7 +69,7 @@ private slots:
         const auto result = searchByFirstName(typed, Doctor);
         QVERIFY(result.ok());
         QCOMPARE(result->patientsOfDoctor, stored.size());
-        QCOMPARE(namesOf(result->entries), found);
+        QTEST(namesOf(result->entries), "found");
     }
 
     void storeNarrowingMatchesEveryRowCompared()
@@ -90,16 +90,10 @@ private slots:
             QVERIFY(result.ok());
             QCOMPARE(namesOf(result->entries), everyRowCompared(typed));
         }
-    }
-
-    void doctorWithoutPatients()
-    {
-        TestPractice practice;
-        practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров"), QStringLiteral("0202"));
-        const auto result = searchByFirstName(QStringLiteral("Иван"), Doctor);
-        QVERIFY(result.ok());
-        QCOMPARE(result->patientsOfDoctor, 0);
-        QVERIFY(result->entries.isEmpty());
+        const auto otherDoctor = searchByFirstName(QStringLiteral("Иван"), QStringLiteral("0202")); // without patients
+        QVERIFY(otherDoctor.ok());
+        QCOMPARE(otherDoctor->patientsOfDoctor, 0);
+        QVERIFY(otherDoctor->entries.isEmpty());
     }
 
     void entryIsReadBackByPosition()

@@ -26,8 +26,6 @@ QString postCodeList()
         .toString();
 }
 
-QByteArray utf8(const char *text) { return QByteArray(text); }
-
 } // namespace
 
 class TestPostCodeImport final : public QObject
@@ -41,22 +39,22 @@ private slots:
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("town");
         QTest::newRow("header in another order, extra column, semicolons")
-            << utf8("ZdRn;Obl;Extra;PKod;Tawn;Obsh;ZK\n01;Варна;x;9000;гр. Варна;Варна;03\n02;Варна;y;9010;гр. Варна;Варна;03\n")
+            << QByteArray("ZdRn;Obl;Extra;PKod;Tawn;Obsh;ZK\n01;Варна;x;9000;гр. Варна;Варна;03\n02;Варна;y;9010;гр. Варна;Варна;03\n")
             << 2 << "9010" << "гр. Варна";
-        QTest::newRow("CRLF line ends") << utf8("PKod,Tawn,Obsh,Obl,ZK,ZdRn\r\n9000,гр. Варна,Варна,Варна,03,06\r\n"
+        QTest::newRow("CRLF line ends") << QByteArray("PKod,Tawn,Obsh,Obl,ZK,ZdRn\r\n9000,гр. Варна,Варна,Варна,03,06\r\n"
                                                 "9010,с. Кранево,Балчик,Добрич,08,01\r\n")
                                         << 2 << "9010" << "с. Кранево";
-        QTest::newRow("CR-only line ends") << utf8("PKod,Tawn,Obsh,Obl,ZK,ZdRn\r9000,гр. Варна,Варна,Варна,03,06\r"
+        QTest::newRow("CR-only line ends") << QByteArray("PKod,Tawn,Obsh,Obl,ZK,ZdRn\r9000,гр. Варна,Варна,Варна,03,06\r"
                                                    "9010,с. Кранево,Балчик,Добрич,08,01")
                                            << 2 << "9010" << "с. Кранево";
         QTest::newRow("doubled quotes inside a quoted value")
-            << utf8("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n2000,\"с. \"\"Света\"\" Неделя, Малка\",Самоков,София,23,02\n") << 1
+            << QByteArray("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n2000,\"с. \"\"Света\"\" Неделя, Малка\",Самоков,София,23,02\n") << 1
             << "2000" << "с. \"Света\" Неделя, Малка";
         QTest::newRow("quotes inside an unquoted value are text")
-            << utf8("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n2000,с. \"Света\" Неделя,Самоков,София,23,02\n") << 1 << "2000"
+            << QByteArray("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n2000,с. \"Света\" Неделя,Самоков,София,23,02\n") << 1 << "2000"
             << "с. \"Света\" Неделя";
         QTest::newRow("byte order mark and blank lines")
-            << utf8("\xEF\xBB\xBFPKod,Tawn,Obsh,Obl,ZK,ZdRn\n\n5000,гр. Велико Търново,ВТ,ВТ,04,01\n\n") << 1 << "5000"
+            << QByteArray("\xEF\xBB\xBFPKod,Tawn,Obsh,Obl,ZK,ZdRn\n\n5000,гр. Велико Търново,ВТ,ВТ,04,01\n\n") << 1 << "5000"
             << "гр. Велико Търново";
     }
     void loaded()
@@ -90,7 +88,8 @@ private slots:
             << header + "9000,a,b,c,03,06\n9010,a,b,c,03,06\n 9000 ,d,e,f,03,06\n" << QStringList{"ред 4", "ред 2", "9000"};
         QTest::newRow("NUL byte") << header + QByteArray("9000,a\0b,c,d,03,06\n", 19) << QStringList{"ред 2", "NUL"};
         QTest::newRow("short line") << header + "9000,a,b,c,03,06\n9010,Варна\n" << QStringList{"ред 3"};
-        QTest::newRow("missing column") << utf8("PKod,Tawn,Obsh,Obl,ZK\n9000,a,b,c,03\n") << QStringList{"ZdRn"};
+        QTest::newRow("long line") << header + "9000,a,b,c,03,06,7\n" << QStringList{"ред 2"};
+        QTest::newRow("missing column") << QByteArray("PKod,Tawn,Obsh,Obl,ZK\n9000,a,b,c,03\n") << QStringList{"ZdRn"};
         QTest::newRow("empty post code") << header + ",a,b,c,03,01\n" << QStringList{"ред 2"};
         QTest::newRow("text after a closing quote") << header + "9000,\"a\"b,c,d,03,06\n" << QStringList{"ред 2"};
         QTest::newRow("quote left open") << header + "9000,\"a,b,c,03,06\n9010,a,b,c,03,06\n"

@@ -23,8 +23,7 @@ private slots:
     void leadingNumber()
     {
         QFETCH(QString, text);
-        QFETCH(qint64, value);
-        QCOMPARE(text::leadingNumber(text), value);
+        QTEST(text::leadingNumber(text), "value");
     }
 
     void piecesBeyondTheEndReadZero()
@@ -68,44 +67,20 @@ private slots:
         QCOMPARE(dates::sliceTypedToQueryForm(QStringLiteral("05.03.2026")), QStringLiteral("03/05/2026"));
     }
 
-    void csv_data()
-    {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<QString>("error");
-        QTest::newRow("plain") << "a,b\n1,2\n3,4\n" << 2 << "";
-        QTest::newRow("quoted separator and quote") << "a,b\n\"x, y\",\"say \"\"hi\"\"\"\n" << 1 << "";
-        QTest::newRow("semicolons") << "a;b\n1;2\n" << 1 << "";
-        QTest::newRow("CRLF and blank lines") << "a,b\r\n1,2\r\n\r\n3,4\r\n" << 2 << "";
-        QTest::newRow("byte order mark") << QStringLiteral("\uFEFFa,b\n1,2\n") << 1 << "";
-        QTest::newRow("short line names its line") << "a,b\n1,2\n3\n" << 0 << "ред 3";
-        QTest::newRow("long line names its line") << "a,b\n1,2,3\n" << 0 << "ред 2";
-        QTest::newRow("open quote") << "a,b\n1,\"2\n" << 0 << "незатворени";
-        QTest::newRow("no header") << "" << 0 << "ред 1";
-    }
-    void csv()
-    {
-        QFETCH(QString, content);
-        QFETCH(int, rows);
-        QFETCH(QString, error);
-        const auto table = store::parseCsv(content, QStringLiteral("test.csv"));
-        if (!error.isEmpty()) {
-            QVERIFY(!table.ok());
-            QVERIFY2(table.error().contains(error) && table.error().contains(QStringLiteral("test.csv")),
-                     qPrintable(table.error()));
-            return;
-        }
-        QVERIFY2(table.ok(), qPrintable(table.error()));
-        QCOMPARE(table->rows.size(), rows);
-        QCOMPARE(table->column(QStringLiteral("B")), 1);
-    }
-
-    void csvKeepsQuotedText()
+    // The table a CSV text gives: fields unquoted, rows with the line each began on, columns found
+    // by name whatever the case; a fault names the source and the line. (The reading rules
+    // themselves are tried on the post code import, which reads through the same reader.)
+    void csvTable()
     {
         const auto table = store::parseCsv(QStringLiteral("a,b\n\"x, y\",\"two\nlines\"\n5,6\n"), QStringLiteral("t"));
         QVERIFY(table.ok());
-        QCOMPARE(table->rows.at(0), (QStringList{QStringLiteral("x, y"), QStringLiteral("two\nlines")}));
+        QCOMPARE(table->rows, (QList<QStringList>{{"x, y", "two\nlines"}, {"5", "6"}}));
         QCOMPARE(table->lineNumbers, (QList<int>{2, 4}));
+        QCOMPARE(table->column(QStringLiteral("B")), 1);
+        QCOMPARE(table->column(QStringLiteral("c")), -1);
+        const auto refused = store::parseCsv(QStringLiteral("a,b\n1,2\n3\n"), QStringLiteral("test.csv"));
+        QVERIFY(!refused.ok());
+        QVERIFY2(refused.error().contains(u"ред 3"_qs) && refused.error().contains(u"test.csv"_qs), qPrintable(refused.error()));
     }
 };
 
