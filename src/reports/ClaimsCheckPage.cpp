@@ -16,18 +16,21 @@ using ruledlist::Left;
 using ruledlist::RowHeight;
 using ruledlist::Width;
 
-const std::array<Column, 5> Columns{{
-    {"Text1", "Дата", Left, 20},
-    {"Text2", "ЕГН", Left + 20, 22},
-    {"Text3", "Пациент", Left + 42, 45},
-    {"Text4", "Лист", Left + 87, 14},
-    {"Text5", "Забележка", Left + 101, 79},
+// The rule's code stands on every row, so that a page that goes on with a group says whose rows
+// they are.
+const std::array<Column, 6> Columns{{
+    {"Text1", "Дата", Left, 19},
+    {"Text2", "ЕГН", Left + 19, 21},
+    {"Text3", "Пациент", Left + 40, 42},
+    {"Text4", "Лист", Left + 82, 13},
+    {"Text6", "Правило", Left + 95, 27},
+    {"Text5", "Забележка", Left + 122, 58},
 }};
 
 // A long name or text gets a smaller font and a second line rather than being cut.
 PageItem cell(const Column &column, const QString &value)
 {
-    const double capacity = (column.width - 1.6) / 1.6;
+    const double capacity = (column.width - 1.6) / 1.6; // characters of 8 pt
     PageItem item = wrapped(QString::fromLatin1(column.name), ruledlist::CellRect(column, 0.2, RowHeight - 0.4), value, value.size() <= capacity ? 8.0 : 6.0);
     item.alignment = Qt::AlignLeft | Qt::AlignVCenter;
     return item;
@@ -35,8 +38,8 @@ PageItem cell(const Column &column, const QString &value)
 
 QList<PageItem> findingRow(const ClaimFinding &finding)
 {
-    const std::array<QString, 5> values{finding.date.isValid() ? dates::toTyped(finding.date) : QString(), finding.EGN,
-                                        finding.name, finding.ListID, finding.text};
+    const std::array<QString, 6> values{finding.date.isValid() ? dates::toTyped(finding.date) : QString(), finding.EGN,
+                                        finding.name, finding.ListID, ClaimRuleOf(finding.rule).code, finding.text};
     QList<PageItem> row;
     for (std::size_t n = 0; n < Columns.size(); ++n)
         row << cell(Columns[n], values[n]);
