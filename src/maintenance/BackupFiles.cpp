@@ -119,6 +119,10 @@ bool replaceFile(const QString &from, const QString &to)
 QString integrityVerdict(const QSqlDatabase &db)
 {
     try {
+        // The check visits every index entry of every row: with the file mapped and a cache
+        // that holds the indexes it takes about half the time of the default cache.
+        store::run(db, QStringLiteral("PRAGMA mmap_size = 1073741824"));
+        store::run(db, QStringLiteral("PRAGMA cache_size = -262144"));
         return store::scalar(db, QStringLiteral("PRAGMA integrity_check(1)")).toString();
     } catch (const store::SqlError &error) {
         return error.engineText();
