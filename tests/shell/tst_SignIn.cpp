@@ -178,7 +178,6 @@ private slots:
         QTest::newRow("name chosen, code wrong") << 0 << "" << "secret2" << ok << false << WrongCode;
         QTest::newRow("name chosen, code empty") << 0 << "" << "" << ok << false << WrongCode;
         QTest::newRow("no name, code empty: silent end") << -1 << "" << "" << ok << false << "";
-        QTest::newRow("no name, code typed") << -1 << "" << "secret1" << ok << false << WrongCode;
         QTest::newRow("empty stored code, code empty: silent end") << 1 << "" << "" << ok << false << "";
         QTest::newRow("empty stored code, code typed") << 1 << "" << "x" << ok << false << WrongCode;
         QTest::newRow("name typed, not chosen") << -1 << "Иванов" << "secret1" << ok << false << WrongCode;
