@@ -157,7 +157,6 @@ private slots:
         QTest::newRow("complete") << complete << false << "";
         QTest::newRow("password too short") << QStringList{"Д-р Иванова", "7501010000", "2200000001", "12345"} << false
                                             << CodeTooShort;
-        QTest::newRow("nothing typed") << QStringList{"", "", "", ""} << false << NameMissing;
         QTest::newRow("the close box") << complete << true << "";
     }
     void medicAddSavesOnlyACompleteRecord()

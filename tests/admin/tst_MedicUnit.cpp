@@ -3,7 +3,6 @@
 
 #include "admin/MedicUnit.h"
 #include "admin/ui/MedicUnitForm.h"
-#include "base/ui/WindowPlacement.h"
 #include "maintenance/DemoPractice.h"
 #include "patients/EgnRules.h"
 #include "store/Sql.h"
@@ -42,9 +41,7 @@ private slots:
         QTest::newRow("first") << 0 << "UserBIC";
         QTest::newRow("registration") << 15 << "UserID";
         QTest::newRow("name") << 17 << "UserName";
-        QTest::newRow("telephone") << 19 << "UserTel";
         QTest::newRow("UIN") << 21 << "UserUIN";
-        QTest::newRow("quarter") << 26 << "UserKs";
         QTest::newRow("last") << 27 << "UserSIMP";
     }
     void boxesMapToTheirFields()
@@ -106,14 +103,6 @@ private slots:
         box(form, 2)->setText(u"Банка"_qs);
         QVERIFY(escapeAsksBeforeClosing(form, practice.dialogs()));
         QCOMPARE(stored(u"UserBank"_qs), QString());
-    }
-
-    void fitsTheSmallestScreen()
-    {
-        TestPractice practice;
-        MedicUnit form;
-        QVERIFY(form.minimumSizeHint().width() <= SmallestScreen.width());
-        QVERIFY(form.minimumSizeHint().height() <= SmallestScreen.height() - 60);
     }
 
     void theDemoPracticeHasAFilledRow()

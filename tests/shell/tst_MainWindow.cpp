@@ -83,6 +83,14 @@ int exitAnsweredYes(frmMain &window, int stayed)
     return QCoreApplication::exec();
 }
 
+void closeAllBut(QWidget *kept)
+{
+    for (QWidget *other : QApplication::topLevelWidgets())
+        if (other != kept && other->isVisible())
+            other->close();
+    QApplication::processEvents();
+}
+
 QPushButton *button(QWidget *dialog, const QString &name) { return dialog->findChild<QPushButton *>(name); }
 
 } // namespace
@@ -101,13 +109,7 @@ private slots:
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
     }
     void init() { QFile::remove(m_settings.path() + u"/Velmorata/Velmorata.ini"_s); }
-    void cleanup()
-    {
-        for (QWidget *widget : QApplication::topLevelWidgets())
-            if (widget->isVisible())
-                widget->close();
-        QApplication::processEvents();
-    }
+    void cleanup() { closeAllBut(nullptr); }
 
     // The caption names the version and the doctor; each key reaches one item only. The doctors'
     // form and the clean-out stay out of reach; the two view items start checked, and the
@@ -181,18 +183,6 @@ private slots:
     void clock()
     {
         TestPractice practice;
-        run().MinutesLeft = 120;
-        {
-            TimeDay alone;
-            auto *label = alone.findChild<QLabel *>(u"Label1"_s);
-            QCOMPARE(label->text(), u"000"_s);
-            alone.show();
-            QCOMPARE(label->text(), u"120"_s);
-            run().MinutesLeft = -4;
-            QCOMPARE(label->text(), u"120"_s);
-            alone.refresh();
-            QCOMPARE(label->text(), u"-4"_s);
-        }
         frmMain window(sourceHelpFolder());
         window.show();
         window.activateWindow();
@@ -228,8 +218,6 @@ private slots:
         QVERIFY(item->isChecked());
         trigger(window, u"mnuViewTime"_s);
         QVERIFY(!item->isChecked() && !clockShown());
-        trigger(window, u"mnuViewTime"_s);
-        QVERIFY(clockShown());
     }
 
     void overflowIsToldOnce()
@@ -295,10 +283,10 @@ private slots:
         QVERIFY2(practice.dialogs().messages.isEmpty(), qPrintable(practice.dialogs().messages.join(u'|')));
     }
 
-    // "Изход" asks; НЕ keeps the run. ДА closes the open windows through their own close(): one
-    // that keeps its typing stops the exit and the run goes on. Otherwise the run ends at once,
-    // without the orderly close: the scratch file and the settings stay as they were.
-    void exitFromTheMenu()
+    // The close box and "Изход" close the open windows through their own close(): one that keeps
+    // its typing stops both. "Изход" asks first, and НЕ keeps the run; otherwise the run ends at
+    // once, without the orderly close: the scratch file and the settings stay as they were.
+    void closeBoxAndExitAskTheOpenWindows()
     {
         TestPractice practice;
         QVERIFY(store::CreateScratchTable(u"TempWork"_s).ok());
@@ -306,15 +294,18 @@ private slots:
         window.show();
         KartonAdd *card = cardWithTyping(window);
         QVERIFY(card->parentWidget() == &window);
+        practice.dialogs().answers = {false};
+        QVERIFY(!window.close());
+        QVERIFY(card->isVisible());
         practice.dialogs().exitAnswers = {false};
         trigger(window, u"mnuExit"_s);
         QVERIFY(window.isVisible());
-        QVERIFY(practice.dialogs().questions.isEmpty());
+        QCOMPARE(practice.dialogs().questions.size(), 1);
 
         practice.dialogs().exitAnswers = {true};
         practice.dialogs().answers = {false};
         QCOMPARE(exitAnsweredYes(window, 7), 7);
-        QCOMPARE(practice.dialogs().questions.size(), 1);
+        QCOMPARE(practice.dialogs().questions.size(), 2);
         QVERIFY(card->isVisible());
 
         practice.dialogs().exitAnswers = {true};
@@ -324,19 +315,6 @@ private slots:
         QVERIFY(QFile::exists(store::paths().scratchDb));
         QVERIFY(storedSetting(u"MainLeft"_s).isEmpty());
         store::DeleteScratchFile();
-    }
-
-    void closeBoxAsksTheOpenWindows()
-    {
-        TestPractice practice;
-        frmMain window(sourceHelpFolder());
-        window.show();
-        KartonAdd *card = cardWithTyping(window);
-        practice.dialogs().answers = {false, true};
-        QVERIFY(!window.close());
-        QVERIFY(card->isVisible());
-        QVERIFY(window.close());
-        QCOMPARE(practice.dialogs().questions.size(), 2);
     }
 
     // Every help context of the menu has its own page; the contents open in a help window with a
@@ -391,20 +369,11 @@ private slots:
         QVERIFY(!window.findChild<HelpWindow *>());
     }
 
-    void aboutAndChangePasswordOpen()
-    {
-        TestPractice practice;
-        practice.addDoctor(u"Иванов"_s, u"1"_s);
-        frmMain window(sourceHelpFolder());
-        window.show();
-        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuHelpAbout"_s); }), u"Програма..."_s);
-        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuCahgePass"_s); }), u"Смяна на паролата"_s);
-    }
-
     // The menu opens the screens of the daily work, each once, and hands patients from one to
     // the next: registration to a new card and on to treatment; the treatment search to one
-    // treatment window, closed with it; the correction search to the card, a child window.
-    void dailyWorkScreens()
+    // treatment window, closed with it; the correction search to the card, a child window; the
+    // inquiry to the record's print, keeping the search; the diary print asks for the day.
+    void menuWalksTheDailyWork()
     {
         TestPractice practice;
         practice.addDoctor(u"Иван Петров"_s, u"2201234567"_s);
@@ -413,22 +382,19 @@ private slots:
         practice.addPatient(egn, PatientName, u"2201234567"_s);
         frmMain window(sourceHelpFolder());
         window.show();
+        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuHelpAbout"_s); }), u"Програма..."_s);
+        QCOMPARE(titleOfModal([&] { trigger(window, u"mnuCahgePass"_s); }), u"Смяна на паролата"_s);
         for (const QString item : {"mnuPacReg", "mnuPacReg", "mnuPacKorEGN", "mnuPacKorEGN"})
             trigger(window, item);
         QCOMPARE(openWindows<KorEGN>().size(), 1);
         QCOMPARE(openWindows<KartonAdd>().size(), 1);
-        QCOMPARE(run().CardMode, u"New"_s);
         emit openWindows<KartonAdd>().first()->openTreatment(egn, PatientName);
         QCOMPARE(openWindows<DenHelp>().size(), 1);
         QVERIFY(openWindows<DenHelp>().first()->windowTitle().contains(egn));
-        for (QWidget *other : QApplication::topLevelWidgets())
-            if (other != &window && other->isVisible())
-                other->close();
-        QApplication::processEvents();
+        closeAllBut(&window);
 
         trigger(window, u"mnuPacDen"_s);
         trigger(window, u"mnuPacDen"_s);
-        QCOMPARE(run().SeekPurpose, 2);
         QCOMPARE(openWindows<SeekName>().size(), 1);
         emit openWindows<SeekName>().first()->patientChosen(2, PatientName, egn);
         QCOMPARE(openWindows<DenHelp>().size(), 1);
@@ -437,29 +403,15 @@ private slots:
         QVERIFY(openWindows<SeekName>().isEmpty());
 
         trigger(window, u"mnuPacKor"_s);
-        QCOMPARE(run().SeekPurpose, 1);
-        QCOMPARE(openWindows<SeekName>().size(), 1);
         QCOMPARE(openWindows<SeekName>().first()->parentWidget(), &window);
         emit openWindows<SeekName>().first()->patientChosen(1, PatientName, egn);
         QVERIFY(openWindows<DenHelp>().isEmpty());
         QCOMPARE(openWindows<KartonAdd>().size(), 1);
         QCOMPARE(openWindows<KartonAdd>().first()->CardEGN(), egn);
         QCOMPARE(openWindows<KartonAdd>().first()->parentWidget(), &window);
-    }
+        closeAllBut(&window);
 
-    // The inquiry prints the chosen patient's record and keeps the search open for the next one;
-    // the diary print asks for the day and prints the signed-in doctor's page.
-    void inquiryAndDiaryOpenTheirPrints()
-    {
-        TestPractice practice;
-        practice.addDoctor(u"Иван Петров"_s, u"2201234567"_s);
-        run().CurrentMedicCode = u"2201234567"_s;
-        const QString egn = validEgn(QDate(1980, 5, 6));
-        practice.addPatient(egn, PatientName, u"2201234567"_s);
-        frmMain window(sourceHelpFolder());
-        window.show();
         trigger(window, u"mnuOtPac"_s);
-        QCOMPARE(openWindows<SeekName>().size(), 1);
         emit openWindows<SeekName>().first()->patientChosen(3, PatientName, egn);
         QCOMPARE(openWindows<print::PrintPreview>().size(), 1);
         QCOMPARE(openWindows<SeekName>().size(), 1);
@@ -472,55 +424,25 @@ private slots:
         QVERIFY(practice.dialogs().messages.isEmpty());
     }
 
-    void sharedDialogCaptionsAndButtons_data()
+    // A message's lines break at the carriage return; "ДА" answers 1 and "НЕ" 0; the progress
+    // stops only once the routine allows it.
+    void sharedDialogs()
     {
-        QTest::addColumn<QString>("which");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("ok");
-        QTest::addColumn<QString>("cancel");
-        QTest::newRow("InfDialog") << "inf" << "Информация" << "Затвори" << "";
-        QTest::newRow("QuesDialog") << "ques" << "Въпрос" << "ДА" << "НЕ";
-        QTest::newRow("ExitDialog") << "exit" << "Изход от програмата" << "ДА" << "НЕ";
-        QTest::newRow("ChoiceDialog") << "choice" << "Изберете" << "Избор" << "Отказ";
-        QTest::newRow("ProgDialog") << "prog" << "Обработка" << "Затвори" << "";
-    }
-    void sharedDialogCaptionsAndButtons()
-    {
-        QFETCH(QString, which);
-        QFETCH(QString, cancel);
-        std::unique_ptr<QDialog> dialog;
-        if (which == u"inf")
-            dialog = std::make_unique<InfDialog>(u"Грешна дата в ЕГН: \r   123"_s);
-        else if (which == u"ques")
-            dialog = std::make_unique<QuesDialog>(u"?"_s);
-        else if (which == u"exit")
-            dialog = std::make_unique<ExitDialog>();
-        else if (which == u"choice")
-            dialog = std::make_unique<ChoiceDialog>();
-        else
-            dialog = std::make_unique<ProgDialog>(u"Изчакайте!"_s, 10);
-        QTEST(dialog->windowTitle(), "title");
-        QTEST(button(dialog.get(), u"OKButton"_s)->text(), "ok");
-        QCOMPARE(button(dialog.get(), u"CancelButton"_s) ? button(dialog.get(), u"CancelButton"_s)->text() : QString(),
-                 cancel);
-        if (which == u"inf") // the message's lines break at the carriage return
-            QCOMPARE(dialog->findChild<QLabel *>(u"Label1"_s)->text(), u"Грешна дата в ЕГН: \n   123"_s);
-    }
-
-    void questionAnswers_data()
-    {
-        QTest::addColumn<QString>("pressed");
-        QTest::addColumn<int>("nKod");
-        QTest::newRow("ДА") << "OKButton" << 1;
-        QTest::newRow("НЕ") << "CancelButton" << 0;
-    }
-    void questionAnswers()
-    {
-        QFETCH(QString, pressed);
-        QuesDialog dialog(u"?"_s);
-        QTimer::singleShot(0, &dialog, [&dialog, pressed] { button(&dialog, pressed)->click(); });
-        dialog.exec();
-        QTEST(dialog.nKod(), "nKod");
+        InfDialog message(u"Грешна дата в ЕГН: \r   123"_s);
+        QCOMPARE(message.findChild<QLabel *>(u"Label1"_s)->text(), u"Грешна дата в ЕГН: \n   123"_s);
+        for (const auto &[pressed, nKod] : {std::pair{u"OKButton"_s, 1}, std::pair{u"CancelButton"_s, 0}}) {
+            QuesDialog question(u"?"_s);
+            QTimer::singleShot(0, &question, [&question, pressed] { button(&question, pressed)->click(); });
+            question.exec();
+            QCOMPARE(question.nKod(), nKod);
+        }
+        ProgDialog progress(u"Изчакайте!"_s, 3);
+        progress.show();
+        QVERIFY(!button(&progress, u"OKButton"_s)->isEnabled());
+        progress.setValue(2);
+        progress.allowStop(true);
+        button(&progress, u"OKButton"_s)->click();
+        QCOMPARE(progress.nStop(), 1);
     }
 
     // No date, or a text that is no date, keeps the dialog open with a message; a cancel gives
@@ -552,16 +474,6 @@ private slots:
         QCOMPARE(practice.dialogs().messages.last(), noDate);
     }
 
-    void progressStopsOnlyWhenAllowed()
-    {
-        ProgDialog dialog(u"Изчакайте!"_s, 3);
-        dialog.show();
-        QVERIFY(!button(&dialog, u"OKButton"_s)->isEnabled());
-        dialog.setValue(2);
-        dialog.allowStop(true);
-        button(&dialog, u"OKButton"_s)->click();
-        QCOMPARE(dialog.nStop(), 1);
-    }
 };
 
 QTEST_MAIN(tst_MainWindow)

@@ -6,6 +6,7 @@
 #include "admin/ui/Cenoraz.h"
 #include "admin/ui/Grafic.h"
 #include "admin/ui/MedicAdd.h"
+#include "admin/ui/MedicUnitForm.h"
 #include "base/RunState.h"
 #include "base/ui/WindowPlacement.h"
 #include "patients/ui/KartonAdd.h"
@@ -87,6 +88,7 @@ private slots:
         QTest::newRow("Cenoraz") << plain<Cenoraz>() << QString();
         QTest::newRow("Grafic") << plain<Grafic>() << QString();
         QTest::newRow("MedicAdd") << plain<MedicAdd>() << QString();
+        QTest::newRow("MedicUnit") << plain<MedicUnit>() << QString();
         QTest::newRow("ChangePassword") << plain<ChangePassword>() << QString();
         QTest::newRow("Password") << plain<Password>() << QString();
         QTest::newRow("About") << plain<About>() << QString();
