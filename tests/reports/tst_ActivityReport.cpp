@@ -93,6 +93,7 @@ private slots:
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<QStringList>("skipped");
+        QTest::newRow("an empty period: no rows, no progress bar") << QStringList{} << QStringList{} << QStringList{};
         QTest::newRow("three days: the first day, three codes, summed minutes")
             << QStringList{"A 10.03.2012 509", "A 03.03.2012 101", "A 05.03.2012 301"}
             << QStringList{"03.03.2012|Пациент A|A|32|101,301,509|63"} << QStringList();
@@ -127,20 +128,12 @@ private slots:
         QVERIFY2(built.ok(), qPrintable(built.error()));
         QCOMPARE(workRows(), rows);
         QCOMPARE(m_practice->dialogs().messages, QStringList{DoneMessage});
+        QCOMPARE(m_practice->dialogs().progressShown, lines.isEmpty() ? 0 : 1);
         QFETCH(QStringList, skipped);
         QStringList numbers;
         for (const QString &letter : skipped)
             numbers << egns().value(letter);
         QCOMPARE(built->egns(), numbers);
-    }
-
-    void emptyPeriodGivesNoRowsAndNoBar()
-    {
-        const auto built = build();
-        QVERIFY(built.ok());
-        QVERIFY(workRows().isEmpty());
-        QCOMPARE(m_practice->dialogs().progressShown, 0);
-        QCOMPARE(m_practice->dialogs().messages, QStringList{DoneMessage});
     }
 
     void patientWithoutCardFailsNamingNumberAndSheet()
