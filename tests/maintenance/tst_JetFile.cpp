@@ -24,11 +24,12 @@ private slots:
         QVERIFY(patients.ok());
         QCOMPARE(patients->rows.size(), 40);
         const QVariantList &first = patients->rows.first();
-        QCOMPARE(first.at(patients->column(QStringLiteral("name1"))).toString(), QStringLiteral("Тодор"));
-        QCOMPARE(first.at(patients->column(QStringLiteral("BIRTHDATE"))).toDate(), QDate(1943, 5, 4));
-        QCOMPARE(first.at(patients->column(QStringLiteral("POL"))).toLongLong(), 0);
-        QVERIFY(first.at(patients->column(QStringLiteral("RECBOOK"))).isNull());
-        QCOMPARE(first.at(patients->column(QStringLiteral("HIMNUMBER"))).toString(), QStringLiteral(" "));
+        QCOMPARE((QVariantList{first.at(patients->column(QStringLiteral("name1"))),
+                               first.at(patients->column(QStringLiteral("BIRTHDATE"))),
+                               first.at(patients->column(QStringLiteral("POL"))).toLongLong(),
+                               first.at(patients->column(QStringLiteral("RECBOOK"))).isNull(),
+                               first.at(patients->column(QStringLiteral("HIMNUMBER")))}),
+                 (QVariantList{QStringLiteral("Тодор"), QDate(1943, 5, 4), 0LL, true, QStringLiteral(" ")}));
         QVERIFY(!file.value()->read(QStringLiteral("nosuchtable")).ok());
     }
 

@@ -1,6 +1,7 @@
 #include "store/DataPaths.h"
 #include "store/Store.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -11,7 +12,8 @@
 #include <QTest>
 
 // A run of the program killed at any moment of a long write leaves the file whole, and either as
-// it was before the run or as a finished run leaves it: never half a practice or half a list.
+// it was before the run or as a finished run leaves it: never half a practice or half a list,
+// and a restore never a mixture of the database that was there and the archive.
 namespace {
 
 struct FileState
@@ -59,6 +61,14 @@ void prepareFolder(const QString &folder)
     store::closeStore();
 }
 
+void copyFolder(const QString &from, const QString &to)
+{
+    QDir().mkpath(to);
+    for (const QString &name : QDir(from).entryList(QDir::Files))
+        if (!QFile::copy(from + u'/' + name, to + u'/' + name))
+            qFatal("cannot copy %s", qPrintable(name));
+}
+
 // Runs the command, killing it after `killAfterMs` if it is still running; the time it ran.
 qint64 run(const QStringList &arguments, qint64 killAfterMs)
 {
@@ -86,6 +96,7 @@ private slots:
         QTest::addColumn<QStringList>("tables");
         QTest::newRow("demo") << "demo" << "velmorata.db" << QStringList{"Medic", "Pacients", "Dental", "Help", "Grafic"};
         QTest::newRow("post-code import") << "import-postcodes" << "data.db" << QStringList{"PostCode"};
+        QTest::newRow("restore") << "restore" << "velmorata.db" << QStringList{"Pacients", "Help"};
     }
     void killedCommandLeavesBeforeOrAfter()
     {
@@ -94,16 +105,31 @@ private slots:
         QFETCH(QStringList, tables);
         QTemporaryDir work;
         const QString csv = writePostCodes(work.filePath(QStringLiteral("codes.csv")));
+        const QString archive = work.filePath(QStringLiteral("large.arh"));
+        const auto demo = [](const QString &folder, int patients) {
+            return QStringList{QStringLiteral("demo"), QStringLiteral("--data-dir"), folder, QStringLiteral("--patients"),
+                               QString::number(patients), QStringLiteral("--today"), QStringLiteral("20.11.2026")};
+        };
         const auto arguments = [&](const QString &folder) {
-            QStringList list{command, QStringLiteral("--data-dir"), folder};
             if (command == u"demo")
-                list << QStringLiteral("--patients") << QStringLiteral("250") << QStringLiteral("--today") << QStringLiteral("20.11.2026");
+                return demo(folder, 250);
+            return QStringList{command, QStringLiteral("--data-dir"), folder, command == u"restore" ? archive : csv};
+        };
+        // A restore puts a large practice's archive over a small practice.
+        const QString large = work.filePath(QStringLiteral("large")), small = work.filePath(QStringLiteral("small"));
+        if (command == u"restore") {
+            run(demo(large, 1500), 120000);
+            run({QStringLiteral("backup"), QStringLiteral("--data-dir"), large, archive}, 120000);
+            run(demo(small, 80), 120000);
+        }
+        const auto prepare = [&](const QString &folder) {
+            if (command == u"restore")
+                copyFolder(small, folder);
             else
-                list << csv;
-            return list;
+                prepareFolder(folder);
         };
         const QString finished = work.filePath(QStringLiteral("finished"));
-        prepareFolder(finished);
+        prepare(finished);
         const FileState before = look(finished + u'/' + file, tables);
         const qint64 duration = run(arguments(finished), 60000);
         const FileState after = look(finished + u'/' + file, tables);
@@ -113,7 +139,7 @@ private slots:
         int killedMidway = 0;
         for (int trial = 0; trial < 6; ++trial) {
             const QString folder = work.filePath(QStringLiteral("trial%1").arg(trial));
-            prepareFolder(folder);
+            prepare(folder);
             const qint64 ran = run(arguments(folder), random.bounded(duration));
             const FileState found = look(folder + u'/' + file, tables);
             QCOMPARE(found.integrity, QStringLiteral("ok"));

@@ -4,7 +4,6 @@
 #include "TestPractice.h"
 
 #include "base/RunState.h"
-#include "maintenance/DemoPractice.h"
 #include "reports/Period.h"
 #include "reports/PeriodLines.h"
 #include "reports/StomatologyXml.h"
@@ -283,36 +282,6 @@ private slots:
             services << attr(attributes, "date") + u' ' + attr(attributes, "activityCode");
         const QStringList marias{u"2026-03-02 101"_s, u"2026-03-03 101"_s, u"2026-03-09 301"_s};
         QCOMPARE(services, QStringList{u"2026-03-20 101"_s} + marias + marias);
-        QVERIFY2(error.isEmpty(), qPrintable(error));
-    }
-
-    // A month of the demo practice, with its invented names, charts and referrals: the document
-    // parses, and holds every sheet of the doctor with all of its patient's lines.
-    void demoMonthParses()
-    {
-        QTemporaryDir folder;
-        const auto made = generateDemoPractice({folder.path(), 2, 300, 1, 5, QDate(2026, 3, 20)});
-        QVERIFY2(made.ok(), qPrintable(made.error()));
-        const QString doctor = made->doctors.at(0).code;
-        const QString lines = u" FROM Help WHERE Data BETWEEN '2026-02-01' AND '2026-02-28' AND KodMedic = ?"_s;
-        const int sheets =
-            store::scalar(store::clinicDb(), u"SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s"_s.arg(lines),
-                          {doctor})
-                .toInt();
-        const int services =
-            store::scalar(store::clinicDb(),
-                          u"SELECT COUNT(*) FROM (SELECT DISTINCT EGN, ListID%1) s JOIN (SELECT EGN%1) h "
-                          "ON h.EGN = s.EGN"_s.arg(lines),
-                          {doctor, doctor})
-                .toInt();
-        QVERIFY(sheets > 10);
-        const Period february = CheckPeriod(u"01.02.2026"_s, u"28.02.2026"_s).period;
-        const auto report = BuildStomatologyXml(store::clinicDb(), february, doctor, Today);
-        store::closeStore();
-        QVERIFY2(report.ok(), qPrintable(report.error()));
-        QString error;
-        QCOMPARE(parsed(report->document, u"dentalCareService"_s, &error).size(), sheets);
-        QCOMPARE(parsed(report->document, u"service"_s, &error).size(), services);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
 

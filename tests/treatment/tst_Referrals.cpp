@@ -122,23 +122,6 @@ private slots:
         }
     }
 
-    void clickingAGridMovesTheButtons()
-    {
-        TestPractice practice;
-        OpeningSheet sheet = taken(u"000004"_s);
-        PathWay *window = PathWay::open(Egn, &sheet, nullptr);
-        const auto savePath = window->findChild<QPushButton *>(u"cmdUpdatePath"_s);
-        const auto deletePath = window->findChild<QPushButton *>(u"cmdDeletePath"_s);
-        const auto saveInvest = window->findChild<QPushButton *>(u"cmdUpdateInvest"_s);
-        QVERIFY(!savePath->isEnabled() && !saveInvest->isEnabled());
-        clickCell(window->findChild<QTableView *>(u"grdPath"_s), 0, 0);
-        QVERIFY(savePath->isEnabled() && deletePath->isEnabled());
-        clickCell(window->findChild<QTableView *>(u"grdInvest"_s), 0, 0);
-        QVERIFY(!savePath->isEnabled() && !deletePath->isEnabled());
-        QVERIFY(saveInvest->isEnabled());
-        window->close();
-    }
-
     void typedReferralIsStoredOnThePresentSheet()
     {
         TestPractice practice;

@@ -183,7 +183,7 @@ private slots:
         practice.addService(egn, QDate(2026, 3, 1), u"508"_s, Doctor);
         store::run(store::clinicDb(), u"UPDATE Help SET ZK = 0 WHERE KodHelp = '508'"_s);
         store::run(store::clinicDb(), u"UPDATE Help SET KodZab = 'K02.1' WHERE KodHelp = '101'"_s);
-        store::run(store::clinicDb(), u"UPDATE Dental SET Z1 = '*' WHERE EGN = ?"_s, {egn});
+        store::run(store::clinicDb(), u"UPDATE Dental SET Z1 = '*', Z21 = 'E' WHERE EGN = ?"_s, {egn});
         print::Page page;
         const auto done = printSheet(egn, &page);
         QVERIFY2(done, qPrintable(done.error()));
@@ -200,8 +200,10 @@ private slots:
             cells << page.textAt(print::rowItemName(QString::fromLatin1(name), row));
         QCOMPARE(cells, (QStringList{"02.03.2026", "K  0  2  .  1", "1  0  1", "3  0  1"}));
         QVERIFY(page.has(u"Shape1"_s));
+        QCOMPARE(page.textAt(u"Label18"_s), u"E"_s);
 
-        // A second press finds nothing marked: an empty list under the patient's header, no chart.
+        // A second press finds nothing marked, no examination among it: an empty list under the
+        // patient's header, and no chart.
         const auto again = printSheet(egn, &page);
         QVERIFY(again);
         QCOMPARE(again->lines, 0);
@@ -209,18 +211,7 @@ private slots:
         QCOMPARE(page.textAt(u"Label4"_s), u"Мария О'Нийл"_s);
         QVERIFY(!page.has(print::rowItemName(u"Text1"_s, 0)));
         QVERIFY(!page.has(u"Shape1"_s));
-    }
-
-    void sheetWithoutExaminationHasNoChart()
-    {
-        TestPractice practice;
-        const QString egn = patientWithLine(practice);
-        store::run(store::clinicDb(), u"UPDATE Dental SET Z1 = '*', Z21 = 'E' WHERE EGN = ?"_s, {egn});
-        print::Page page;
-        const auto done = printSheet(egn, &page);
-        QVERIFY(done && !done->hasExam);
         QCOMPARE(page.textAt(u"Label18"_s), QString());
-        QVERIFY(!page.has(u"Shape1"_s));
     }
 
     // A sheet that did not come out, a print that keeps the marks, a missing doctor or patient:
@@ -358,18 +349,16 @@ private slots:
         QTEST(cell.code, "code");
     }
 
+    // The page is wired to the chart: the milk number at its twin's place, framed.
     void dataPageFramesMilkNumbers()
     {
         QStringList chart(52, QString());
         chart[0] = u"*"_s;
         TreatmentData data{patientrecord::BuildPersonalTexts({}, false), BuildDataChart(chart), {}};
-        const QList<print::Page> pages = TreatmentDataPage(data).pages();
-        QCOMPARE(pages.size(), 1); // no services: the head and an empty list
-        QCOMPARE(pages.first().textAt(u"z_15"_s), u"55"_s);
-        QCOMPARE(pages.first().textAt(u"s_15"_s), u"*"_s);
-        QVERIFY(pages.first().has(u"frame_15"_s));
-        QVERIFY(!pages.first().has(u"frame_14"_s));
-        QCOMPARE(pages.first().textAt(u"z_14"_s), u"14"_s);
+        const print::Page page = TreatmentDataPage(data).pages().first();
+        QCOMPARE((QStringList{page.textAt(u"z_15"_s), page.textAt(u"s_15"_s), page.textAt(u"z_14"_s)}),
+                 (QStringList{"55", "*", "14"}));
+        QVERIFY(page.has(u"frame_15"_s) && !page.has(u"frame_14"_s));
     }
 
     void dataOfAStoredPatient()
