@@ -223,10 +223,7 @@ private slots:
     void overflowIsToldOnce()
     {
         TestPractice practice;
-        store::Transaction transaction(store::clinicDb());
-        for (int i = 0; i < 240; ++i)
-            practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
-        transaction.commit();
+        practice.addServices(240, u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
         frmMain window(sourceHelpFolder());
         window.show();
         window.activateWindow();

@@ -100,6 +100,15 @@ void TestPractice::addService(const QString &egn, const QDate &date, const QStri
                {egn, dates::toIso(date), kodHelp, doctorCode, listId});
 }
 
+void TestPractice::addServices(int count, const QString &egn, const QDate &date, const QString &kodHelp,
+                               const QString &doctorCode)
+{
+    store::Transaction transaction(store::clinicDb());
+    for (int i = 0; i < count; ++i)
+        addService(egn, date, kodHelp, doctorCode);
+    transaction.commit();
+}
+
 int TestPractice::count(const QString &sql) const { return store::scalar(store::clinicDb(), sql).toInt(); }
 
 QStringList TestPractice::row(const QString &sql, std::initializer_list<QVariant> values) const

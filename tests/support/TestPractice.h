@@ -49,6 +49,9 @@ public:
     void addPatient(const QString &egn, const QString &names, const QString &doctorCode);
     void addService(const QString &egn, const QDate &date, const QString &kodHelp, const QString &doctorCode,
                     const QString &listId = QStringLiteral("000001"));
+    // `count` lines of one code on one day, stored in one transaction: a full day of work.
+    void addServices(int count, const QString &egn, const QDate &date, const QString &kodHelp,
+                     const QString &doctorCode);
     // Writes the open files out whole and copies velmorata.db and data.db into `folder`, so that
     // a command of the command line can open them there; false when a copy fails.
     [[nodiscard]] bool copyFilesTo(const QString &folder) const;

@@ -75,10 +75,7 @@ private slots:
     {
         TestPractice practice;
         // 360 - 234 * 141 = -32634 still fits; one more line leaves the 16-bit range.
-        store::Transaction transaction(store::clinicDb());
-        for (int i = 0; i < 234; ++i)
-            practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
-        transaction.commit();
+        practice.addServices(234, u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
         QVERIFY(RecalcMinutesLeft().ok());
         QCOMPARE(int(run().MinutesLeft), 360 - 234 * 141);
         practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
