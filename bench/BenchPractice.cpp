@@ -39,6 +39,12 @@ QString practiceFolder(int patients, int doctors, int years, quint32 seed)
 
 QString largePracticeFolder() { return practiceFolder(Patients, Doctors, Years, 7); }
 
+QString measuredPracticeFolder()
+{
+    const QString chosen = qEnvironmentVariable("VELMORATA_BENCH_FOLDER");
+    return chosen.isEmpty() ? largePracticeFolder() : chosen;
+}
+
 void openLargePractice()
 {
     const auto opened = store::openStore(store::DataPaths::inFolder(largePracticeFolder()));

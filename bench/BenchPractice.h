@@ -20,6 +20,8 @@ inline constexpr int Doctors = 35;
 QString practiceFolder(int patients, int doctors, int years, quint32 seed);
 // The folder of the large practice, generated now if it is not there yet.
 QString largePracticeFolder();
+// The folder VELMORATA_BENCH_FOLDER names, to measure on another practice; else the large one.
+QString measuredPracticeFolder();
 // Opens that practice's store for the benchmark (ConnectMain, ConnectData).
 void openLargePractice();
 

@@ -17,12 +17,6 @@
 
 namespace {
 
-QString practiceFolder()
-{
-    const QString chosen = qEnvironmentVariable("VELMORATA_BENCH_FOLDER");
-    return chosen.isEmpty() ? benchpractice::largePracticeFolder() : chosen;
-}
-
 // The plain copy that the others are held against, in seconds.
 double plainCopySeconds(const QString &from, const QString &to)
 {
@@ -38,7 +32,7 @@ double plainCopySeconds(const QString &from, const QString &to)
 
 void backupLargePractice(benchmark::State &state)
 {
-    const auto paths = store::DataPaths::inFolder(practiceFolder());
+    const auto paths = store::DataPaths::inFolder(benchpractice::measuredPracticeFolder());
     QTemporaryDir out;
     double copied = 0, backedUp = 0;
     for (auto _ : state) {
@@ -58,7 +52,7 @@ BENCHMARK(backupLargePractice)->Iterations(3)->Unit(benchmark::kSecond)->UseReal
 
 void restoreLargePractice(benchmark::State &state)
 {
-    const auto practice = store::DataPaths::inFolder(practiceFolder());
+    const auto practice = store::DataPaths::inFolder(benchpractice::measuredPracticeFolder());
     QTemporaryDir work;
     const QString archive = work.filePath(QStringLiteral("practice.arh"));
     const QString folder = work.filePath(QStringLiteral("data"));

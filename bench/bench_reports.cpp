@@ -23,15 +23,9 @@ namespace {
 const QString YearFrom = QStringLiteral("2025-01-01");
 const QString YearTo = QStringLiteral("2025-12-31");
 
-QString practiceFolder()
-{
-    const QString chosen = qEnvironmentVariable("VELMORATA_BENCH_FOLDER");
-    return chosen.isEmpty() ? benchpractice::largePracticeFolder() : chosen;
-}
-
 void openPractice()
 {
-    if (!store::openStore(store::DataPaths::inFolder(practiceFolder())))
+    if (!store::openStore(store::DataPaths::inFolder(benchpractice::measuredPracticeFolder())))
         qFatal("cannot open the practice");
 }
 
@@ -56,7 +50,7 @@ double shellSeconds(const QString &sql)
     QProcess shell;
     QElapsedTimer clock;
     clock.start();
-    shell.start(QStringLiteral("sqlite3"), {store::DataPaths::inFolder(practiceFolder()).clinicDb, sql});
+    shell.start(QStringLiteral("sqlite3"), {store::DataPaths::inFolder(benchpractice::measuredPracticeFolder()).clinicDb, sql});
     if (!shell.waitForFinished(-1) || shell.exitCode() != 0)
         qFatal("sqlite3 failed: %s", shell.readAllStandardError().constData());
     shell.readAllStandardOutput();
