@@ -1,5 +1,6 @@
 #include "Version.h"
 #include "base/ui/PrintRenderer.h"
+#include "maintenance/JetReader.h"
 #include "shell/cli/Command.h"
 #include "shell/ui/Desktop.h"
 #include "store/DataPaths.h"
@@ -91,6 +92,9 @@ int main(int argc, char **argv)
 {
     store::makeNewFilesPrivate();
     const QStringList arguments = argumentsOf(argc, argv);
+    // The program as the reader child of its own Jet import: no window, no data folder.
+    if (arguments.size() > 1 && arguments.at(1) == QLatin1String(jet::ReaderCommand))
+        return jet::serveReaderRequest(arguments.mid(2));
     if (arguments.size() > 1) {
         if (auto command = findCommand(arguments.at(1)))
             return runCommand(argc, argv, *command);

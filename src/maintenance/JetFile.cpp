@@ -12,16 +12,17 @@
 #include <vector>
 
 namespace jet {
-namespace {
 
-constexpr qint64 Jet3PageSize = 2048;
-
-QString damaged(const QString &path)
+QString damagedJetFile(const QString &path)
 {
     return QStringLiteral("Файлът %1 е повреден или не е база данни на Access (.mdb). "
                           "Вземете здраво копие на файла и опитайте отново.")
         .arg(path);
 }
+
+namespace {
+
+constexpr qint64 Jet3PageSize = 2048;
 
 // A column's value as the bound text gives it; len 0 is Null: the programs that wrote these
 // files store a field only when it has a value, so a text of no letters never occurs.
@@ -73,7 +74,10 @@ public:
     QString path() const override { return m_path; }
     QStringList tables() const override { return m_tables; }
     Result<Table> read(const QString &table) override;
-    QString password() const { return QString::fromLatin1(m_handle->f->db_passwd, qstrnlen(m_handle->f->db_passwd, 14)); }
+    QString storedPassword() const override
+    {
+        return QString::fromLatin1(m_handle->f->db_passwd, qstrnlen(m_handle->f->db_passwd, 14));
+    }
 
 private:
     QString m_path;
@@ -93,7 +97,7 @@ Result<Table> JetFile::read(const QString &name)
     if (!def || !mdb_read_columns(def)) {
         if (def)
             mdb_free_tabledef(def);
-        return Result<Table>::failure(damaged(m_path));
+        return Result<Table>::failure(damagedJetFile(m_path));
     }
     Table result;
     result.name = m_tables.at(found);
@@ -119,38 +123,32 @@ Result<Table> JetFile::read(const QString &name)
     const bool whole = unsigned(result.rows.size()) == def->num_rows;
     mdb_free_tabledef(def);
     if (!whole)
-        return Result<Table>::failure(damaged(m_path));
+        return Result<Table>::failure(damagedJetFile(m_path));
     return Result<Table>::success(std::move(result));
 }
 
 } // namespace
 
-Result<std::unique_ptr<TableSource>> openJetFile(const QString &path)
+Result<std::unique_ptr<TableSource>> openJetFileInProcess(const QString &path)
 {
     using Opened = Result<std::unique_ptr<TableSource>>;
     // libmdb reads past the end of a cut file without telling; a file of whole pages at least.
     const qint64 size = QFileInfo(path).size();
     if (size < 2 * Jet3PageSize || size % Jet3PageSize != 0)
-        return Opened::failure(damaged(path));
+        return Opened::failure(damagedJetFile(path));
     if (!std::getenv("MDB_JET3_CHARSET"))
         setenv("MDB_JET3_CHARSET", "CP1251", 0);
     MdbHandle *handle = mdb_open(QFile::encodeName(path).constData(), MDB_NOFLAGS);
     if (!handle)
-        return Opened::failure(damaged(path));
+        return Opened::failure(damagedJetFile(path));
     mdb_set_date_fmt(handle, "%Y-%m-%d %H:%M:%S");
     mdb_set_shortdate_fmt(handle, "%Y-%m-%d %H:%M:%S");
     mdb_set_boolean_fmt_numbers(handle);
     if (!mdb_read_catalog(handle, MDB_TABLE)) {
         mdb_close(handle);
-        return Opened::failure(damaged(path));
+        return Opened::failure(damagedJetFile(path));
     }
     return Opened::success(std::make_unique<JetFile>(path, handle));
-}
-
-QString storedPassword(const TableSource &jetFile)
-{
-    const auto *file = dynamic_cast<const JetFile *>(&jetFile);
-    return file ? file->password() : QString();
 }
 
 } // namespace jet

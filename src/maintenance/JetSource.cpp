@@ -1,6 +1,6 @@
 #include "maintenance/JetSource.h"
 
-#include "maintenance/JetFile.h"
+#include "maintenance/JetReader.h"
 #include "maintenance/JetSqliteFile.h"
 
 #include <QDate>

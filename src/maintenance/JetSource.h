@@ -34,6 +34,8 @@ public:
     virtual QStringList tables() const = 0;
     // The whole table; a table the file lacks or cannot give is a message naming file and table.
     virtual Result<Table> read(const QString &table) = 0;
+    // The database password a Jet 3 file's header holds; empty when there is none.
+    virtual QString storedPassword() const { return {}; }
 
     bool hasTable(const QString &table) const;
 };

@@ -1,5 +1,6 @@
 #include "TestPractice.h"
 
+#include "maintenance/JetReader.h"
 #include "maintenance/JetSource.h"
 #include "maintenance/ZoksImport.h"
 #include "maintenance/ZoksRecord.h"
@@ -73,6 +74,8 @@ class ZoksImportTest final : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { jet::setReaderProgram(qEnvironmentVariable("VELMORATA_BINARY")); }
+
     void namesSexAndAddress_data()
     {
         QTest::addColumn<QString>("built");
