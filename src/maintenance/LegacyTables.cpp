@@ -57,9 +57,16 @@ public:
 
     void take(const QString &name, const QStringList &columns, const QStringList &types, bool inDataFile)
     {
+        // A table the old files never had is a note; one they have and cannot give whole
+        // refuses the take-over, since a practice taken in part is a practice lost in part.
+        if (!m_file.hasTable(name)) {
+            m_plan.notes << QStringLiteral("Във файла %1 липсва таблицата %2.").arg(m_file.path(), name);
+            return;
+        }
         auto source = m_file.read(name);
         if (!source) {
-            m_plan.notes << source.error();
+            if (m_failure.isEmpty())
+                m_failure = source.error();
             return;
         }
         TableRows rows{name, inDataFile, columns, {}, 0};
@@ -84,6 +91,9 @@ public:
         }
         m_plan.tables << rows;
     }
+
+    // The first table that could not be read, or an empty text.
+    const QString &failure() const { return m_failure; }
 
 private:
     QList<int> placesOf(const jet::Table &source, const QStringList &columns)
@@ -133,6 +143,7 @@ private:
 
     jet::TableSource &m_file;
     Plan &m_plan;
+    QString m_failure;
 };
 
 QStringList typesOf(const store::TableDef &table)
@@ -202,6 +213,9 @@ Result<Plan> readOldPractice(const QString &folder)
     TableReader dataReader(*data.value(), plan);
     takeTables(dataReader, store::referenceTables(), true);
     takeNorms(*data.value(), dataReader);
+    for (const TableReader *reader : {&clinicReader, &dataReader})
+        if (!reader->failure().isEmpty())
+            return Result<Plan>::failure(reader->failure());
     return Result<Plan>::success(std::move(plan));
 }
 

@@ -2,6 +2,7 @@
 
 #include "store/DataPaths.h"
 #include "store/InstanceLock.h"
+#include "store/JointFiles.h"
 #include "store/PrivateFolder.h"
 #include "store/ReferenceData.h"
 #include "store/Sql.h"
@@ -57,11 +58,9 @@ void remakeNorms(const QSqlDatabase &data, const TableRows &norms)
     store::createRazhNorm(data, norms.columns.mid(1));
 }
 
-void writeTables(const QSqlDatabase &db, const Plan &plan, bool dataFile)
+void writeTables(const QSqlDatabase &db, const Plan &plan)
 {
     for (const TableRows &table : plan.tables) {
-        if (table.inDataFile != dataFile)
-            continue;
         if (table.name == u"RazhNorm")
             remakeNorms(db, table);
         else
@@ -80,24 +79,26 @@ void closeTarget()
     }
 }
 
-// The clinic's transaction is taken first and held: the check that the folder is empty and the
-// write stand under one lock. data.db is written in between; were the run cut there, the clinic
-// is still empty and the take-over can simply be run again.
+// Both files get their tables first, then one transaction over the two writes them: a run cut
+// anywhere leaves the folder as it was or the practice whole. The check that the folder holds
+// no practice stands inside that transaction.
 Outcome writePlan(const Plan &plan, const store::DataPaths &paths)
 {
+    Outcome made = store::openClinicFile(paths.clinicDb, TargetClinic);
+    if (made)
+        made = store::openDataFile(paths.dataDb, TargetData);
+    closeTarget();
+    if (!made)
+        return made;
+    store::JointFiles files(paths);
+    if (auto opened = files.open(); !opened)
+        return opened;
     try {
-        const QSqlDatabase clinic = QSqlDatabase::database(TargetClinic, false);
-        const QSqlDatabase data = QSqlDatabase::database(TargetData, false);
-        store::Transaction clinicWrite(clinic);
-        if (holdsPractice(clinic))
+        store::Transaction write(files.db());
+        if (holdsPractice(files.db()))
             return Outcome::failure(holdsPracticeMessage(paths.folder));
-        {
-            store::Transaction dataWrite(data);
-            writeTables(data, plan, true);
-            dataWrite.commit();
-        }
-        writeTables(clinic, plan, false);
-        clinicWrite.commit();
+        writeTables(files.db(), plan);
+        write.commit();
     } catch (const store::SqlError &error) {
         return Outcome::failure(error.message());
     }
@@ -132,13 +133,7 @@ Result<Plan> takeOverOldPractice(const QString &fromFolder, const QString &dataF
     store::InstanceLock lock(dataFolder);
     if (auto taken = takeFolder(lock, dataFolder); !taken)
         return Result<Plan>::failure(taken.error());
-    const store::DataPaths paths = store::DataPaths::inFolder(dataFolder);
-    Outcome written = store::openClinicFile(paths.clinicDb, TargetClinic);
-    if (written)
-        written = store::openDataFile(paths.dataDb, TargetData);
-    if (written)
-        written = writePlan(plan.value(), paths);
-    closeTarget();
+    const Outcome written = writePlan(plan.value(), store::DataPaths::inFolder(dataFolder));
     if (!written)
         return Result<Plan>::failure(written.error());
     return plan;

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -30,26 +31,35 @@ struct FileState
     }
 };
 
-// Looks at a file through a connection of its own, as the next start would: a write-ahead log
-// that a killed run left is taken up or dropped by SQLite here.
-FileState look(const QString &file, const QStringList &tables)
+// Looks at the files through connections of their own, as the next start would: a write-ahead
+// log or a journal that a killed run left is taken up or dropped by SQLite here. `tables` are
+// "file/table": the take-over writes two files, which must be seen together.
+FileState look(const QString &folder, const QStringList &tables)
 {
     FileState state;
+    QStringList verdicts;
     const QString connection = QStringLiteral("look");
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-        db.setDatabaseName(file);
-        if (!db.open())
-            qFatal("cannot open %s", qPrintable(file));
-        QSqlQuery query(db);
-        query.exec(QStringLiteral("PRAGMA integrity_check"));
-        state.integrity = query.next() ? query.value(0).toString() : QStringLiteral("no answer");
-        for (const QString &table : tables) {
-            query.exec(QStringLiteral("SELECT COUNT(*) FROM %1").arg(table));
-            state.counts << (query.next() ? query.value(0).toInt() : -1);
+    for (const QString &file : {QStringLiteral("velmorata.db"), QStringLiteral("data.db")}) {
+        const QStringList asked = tables.filter(QRegularExpression(u'^' + QRegularExpression::escape(file) + u'/'));
+        if (asked.isEmpty())
+            continue;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+            db.setDatabaseName(folder + u'/' + file);
+            if (!db.open())
+                qFatal("cannot open %s", qPrintable(file));
+            QSqlQuery query(db);
+            query.exec(QStringLiteral("PRAGMA integrity_check"));
+            verdicts << (query.next() ? query.value(0).toString() : QStringLiteral("no answer"));
+            for (const QString &table : asked) {
+                query.exec(QStringLiteral("SELECT COUNT(*) FROM %1").arg(table.section(u'/', 1)));
+                state.counts << (query.next() ? query.value(0).toInt() : -1);
+            }
         }
+        QSqlDatabase::removeDatabase(connection);
     }
-    QSqlDatabase::removeDatabase(connection);
+    verdicts.removeDuplicates();
+    state.integrity = verdicts.join(u',');
     return state;
 }
 
@@ -92,16 +102,19 @@ private slots:
     void killedCommandLeavesBeforeOrAfter_data()
     {
         QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("file");
         QTest::addColumn<QStringList>("tables");
-        QTest::newRow("demo") << "demo" << "velmorata.db" << QStringList{"Medic", "Pacients", "Dental", "Help", "Grafic"};
-        QTest::newRow("post-code import") << "import-postcodes" << "data.db" << QStringList{"PostCode"};
-        QTest::newRow("restore") << "restore" << "velmorata.db" << QStringList{"Pacients", "Help"};
+        QTest::newRow("demo") << "demo"
+                              << QStringList{"velmorata.db/Medic", "velmorata.db/Pacients", "velmorata.db/Dental",
+                                             "velmorata.db/Help", "velmorata.db/Grafic"};
+        QTest::newRow("post-code import") << "import-postcodes" << QStringList{"data.db/PostCode"};
+        QTest::newRow("restore") << "restore" << QStringList{"velmorata.db/Pacients", "velmorata.db/Help"};
+        QTest::newRow("take-over") << "import-legacy"
+                                   << QStringList{"velmorata.db/Pacients", "velmorata.db/Help", "data.db/PostCode",
+                                                  "data.db/RazhNorm"};
     }
     void killedCommandLeavesBeforeOrAfter()
     {
         QFETCH(QString, command);
-        QFETCH(QString, file);
         QFETCH(QStringList, tables);
         QTemporaryDir work;
         const QString csv = writePostCodes(work.filePath(QStringLiteral("codes.csv")));
@@ -113,6 +126,9 @@ private slots:
         const auto arguments = [&](const QString &folder) {
             if (command == u"demo")
                 return demo(folder, 250);
+            if (command == u"import-legacy")
+                return QStringList{command, QStringLiteral("--data-dir"), folder, QStringLiteral("--from"),
+                                   qEnvironmentVariable("VELMORATA_TEST_DATA") + QStringLiteral("/legacy")};
             return QStringList{command, QStringLiteral("--data-dir"), folder, command == u"restore" ? archive : csv};
         };
         // A restore puts a large practice's archive over a small practice.
@@ -130,9 +146,9 @@ private slots:
         };
         const QString finished = work.filePath(QStringLiteral("finished"));
         prepare(finished);
-        const FileState before = look(finished + u'/' + file, tables);
+        const FileState before = look(finished, tables);
         const qint64 duration = run(arguments(finished), 60000);
-        const FileState after = look(finished + u'/' + file, tables);
+        const FileState after = look(finished, tables);
         QVERIFY2(before.counts != after.counts, qPrintable(before.text())); // the command did write
 
         QRandomGenerator random(20261120);
@@ -141,7 +157,7 @@ private slots:
             const QString folder = work.filePath(QStringLiteral("trial%1").arg(trial));
             prepare(folder);
             const qint64 ran = run(arguments(folder), random.bounded(duration));
-            const FileState found = look(folder + u'/' + file, tables);
+            const FileState found = look(folder, tables);
             QCOMPARE(found.integrity, QStringLiteral("ok"));
             QVERIFY2(found.counts == before.counts || found.counts == after.counts,
                      qPrintable(QStringLiteral("after %1 ms: %2").arg(ran).arg(found.text())));

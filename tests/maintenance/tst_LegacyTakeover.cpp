@@ -1,10 +1,14 @@
 #include "admin/AccessCodes.h"
+#include "maintenance/JetReader.h"
 #include "maintenance/LegacyTakeover.h"
 #include "store/DataPaths.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -16,7 +20,27 @@ class LegacyTakeoverTest final : public QObject
     static QString from() { return qEnvironmentVariable("VELMORATA_TEST_DATA") + u"/legacy"_qs; }
     static QVariant clinic(const QString &sql) { return store::scalar(store::clinicDb(), sql); }
 
+    // The old files with `clinic` in place of velmorata.mdb, in a folder of `dir`.
+    static QString oldFolderWith(const QTemporaryDir &dir, const QByteArray &clinic)
+    {
+        const QString folder = dir.filePath(u"old"_qs);
+        QDir().mkpath(folder);
+        QFile::copy(from() + u"/data.mdb"_qs, folder + u"/data.mdb"_qs);
+        QFile out(folder + u"/velmorata.mdb"_qs);
+        if (!out.open(QIODevice::WriteOnly) || out.write(clinic) != clinic.size())
+            qFatal("cannot write the damaged file");
+        return folder;
+    }
+
+    static QByteArray goodClinic()
+    {
+        QFile file(from() + u"/velmorata.mdb"_qs);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
 private slots:
+    void initTestCase() { jet::setReaderProgram(qEnvironmentVariable("VELMORATA_BINARY")); }
+
     void takesEveryTableWithDatesAndCodesConverted()
     {
         QTemporaryDir dir;
@@ -77,6 +101,40 @@ private slots:
         QCOMPARE(plan->refused(), 0);
         QVERIFY(plan->taken() > 400);
         QVERIFY(!QDir(folder).exists());
+    }
+
+    void refusesADamagedPracticeWhole_data()
+    {
+        QTest::addColumn<QByteArray>("oldClinic");
+        QByteArray changed = goodClinic();
+        changed[60780] = char(0xFF); // a row of Help that points outside its page
+        QTest::newRow("one byte changed") << changed;
+        QTest::newRow("cut at 96256") << goodClinic().left(96256);
+        QTest::newRow("cut at 98304") << goodClinic().left(98304);
+        QTest::newRow("page 47 zeroed") << goodClinic().replace(47 * 2048, 2048, QByteArray(2048, '\0'));
+    }
+
+    // A table that cannot be read whole refuses the whole take-over, on the command line too;
+    // the folder then takes the good files as if nothing had been tried.
+    void refusesADamagedPracticeWhole()
+    {
+        QFETCH(QByteArray, oldClinic);
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(u"new"_qs);
+        QProcess command;
+        command.start(qEnvironmentVariable("VELMORATA_BINARY"),
+                      {u"import-legacy"_qs, u"--data-dir"_qs, folder, u"--from"_qs, oldFolderWith(dir, oldClinic)});
+        QVERIFY(command.waitForFinished(60000));
+        QCOMPARE(command.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(command.exitCode(), 1);
+        QVERIFY(QString::fromUtf8(command.readAllStandardError()).contains(u"velmorata.mdb"_qs));
+        QVERIFY(!QFileInfo::exists(folder + u"/velmorata.db"_qs));
+
+        auto again = legacy::takeOverOldPractice(from(), folder);
+        QVERIFY2(again.ok(), qPrintable(again.error()));
+        QVERIFY(store::openStore(store::DataPaths::inFolder(folder)).ok());
+        QCOMPARE(clinic(u"SELECT COUNT(*) FROM Help"_qs).toInt(), 264);
+        store::closeStore();
     }
 
     void refusesFoldersWithoutTheOldFiles()
