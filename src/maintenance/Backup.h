@@ -16,8 +16,9 @@ struct BackupReport final
 };
 
 // Copies the clinic database `clinicPath` to `target`, replacing a file of that name only when
-// the copy is whole. The copy is read on a read-only connection of its own, so it needs neither
-// the folder's lock nor a pause of the program that works on the folder.
+// the copy is whole and passes the start-up's quick check. The copy is read on a read-only
+// connection of its own, so it needs neither the folder's lock nor a pause of the program that
+// works on the folder. Parts that killed backups to `target` left beside it are removed first.
 Result<BackupReport> BackupDatabase(const QString &clinicPath, const QString &target);
 
 } // namespace backup

@@ -1,88 +1,94 @@
 #include "maintenance/Restore.h"
 
+#include "maintenance/ArchiveCheck.h"
 #include "maintenance/BackupFiles.h"
-#include "store/Log.h"
-#include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace restore {
 namespace {
 
+using backupfiles::PartFile;
 using backupfiles::SideConnection;
 using Failed = Result<RestoreReport>;
 
-QString refusedArchive(const QString &archive, const QString &why)
+const QString Unchanged = QStringLiteral("Базата данни не е променена.");
+
+// A folder, a device or a pipe is named for what it is: "does not exist" would send the user
+// looking for a file that is there.
+Outcome regularFile(const QString &archive)
 {
-    return QStringLiteral("Файлът %1 не е архив на данните на програмата: %2 "
-                          "Базата данни не е променена. Изберете друг архив.")
-        .arg(archive, why);
+    struct stat status
+    {
+    };
+    if (::stat(QFile::encodeName(archive).constData(), &status) != 0)
+        return Outcome::failure(QStringLiteral("Файлът %1 не съществува.").arg(archive));
+    if (S_ISDIR(status.st_mode))
+        return Outcome::failure(
+            QStringLiteral("%1 е папка, а не архивен файл. Изберете архивен файл (*.arh).").arg(archive));
+    if (!S_ISREG(status.st_mode))
+        return Outcome::failure(QStringLiteral("%1 не е обикновен файл (а устройство или канал) и не може да е архив. "
+                                               "Изберете архивен файл (*.arh).")
+                                    .arg(archive));
+    if (status.st_size == 0)
+        return Outcome::failure(refusedArchive(archive, QStringLiteral("файлът е празен.")));
+    return Outcome::success();
 }
 
 // The archive's bytes, as they are, under a name of the data folder's; the checks then run on
 // exactly what will be put in place.
-Result<QString> stageCopy(const QString &archive, const QString &clinicPath)
+Outcome stageCopy(const QString &archive, PartFile &staged)
 {
-    const QFileInfo source(archive);
-    if (!source.isFile())
-        return Result<QString>::failure(QStringLiteral("Файлът %1 не съществува.").arg(archive));
-    if (source.size() == 0)
-        return Result<QString>::failure(refusedArchive(archive, QStringLiteral("файлът е празен.")));
-    const QString staged = backupfiles::reserveSiblingName(clinicPath);
-    QFile::remove(staged); // copy() makes the file itself
-    if (staged.isEmpty() || !QFile::copy(archive, staged)) {
-        QFile::remove(staged);
-        return Result<QString>::failure(QStringLiteral("Архивът %1 не може да се копира в папката с данните %2. "
-                                                       "Проверете свободното място и опитайте отново.")
-                                            .arg(archive, QFileInfo(clinicPath).absolutePath()));
-    }
-    QFile::setPermissions(staged, QFile::ReadOwner | QFile::WriteOwner);
-    return Result<QString>::success(staged);
+    if (auto regular = regularFile(archive); !regular)
+        return regular;
+    QFile source(archive);
+    if (!source.open(QIODevice::ReadOnly))
+        return Outcome::failure(
+            QStringLiteral("Файлът %1 не може да се прочете. Проверете правата за четене.").arg(archive));
+    if (staged.isOpen() && staged.copyFrom(source))
+        return Outcome::success();
+    const QString folder = QFileInfo(store::paths().clinicDb).absolutePath();
+    if (staged.diskWasFull())
+        return Outcome::failure(backupfiles::diskFullMessage(folder) + u' ' + Unchanged);
+    return Outcome::failure(QStringLiteral("Архивът %1 не може да се копира в папката с данните %2. "
+                                           "Проверете свободното място и опитайте отново.")
+                                .arg(archive, folder));
 }
 
-// Whether the staged copy is a whole clinic database; what it holds, when it is.
-Failed checkStaged(const QString &staged, const QString &archive)
+// An archive far smaller than the practice is put in place only when the person says so: a
+// restore of the wrong file would otherwise end years of records without a word.
+Outcome agreeToSize(const QString &archive, const PracticeSize &archived, const ConfirmSmaller &confirm)
 {
-    RestoreReport report;
-    SideConnection copy(staged, SideConnection::Mode::ReadWrite);
-    if (!copy.open())
-        return Failed::failure(refusedArchive(archive, QStringLiteral("не може да се отвори като база данни.")));
-    const QString verdict = backupfiles::integrityVerdict(copy.db());
-    if (verdict != QStringLiteral("ok")) {
-        store::writeLog(QFileInfo(staged).absolutePath(), archive + QStringLiteral(": integrity_check: ") + verdict);
-        return Failed::failure(refusedArchive(archive, QStringLiteral("не е цяла база данни (повреден, непълен или друг вид файл).")));
-    }
-    if (auto tables = store::checkClinicTables(copy.db(), archive); !tables)
-        return Failed::failure(tables.error() + QStringLiteral(" Базата данни не е променена. Изберете друг архив."));
-    try {
-        report.patients = store::scalar(copy.db(), QStringLiteral("SELECT COUNT(*) FROM Pacients")).toLongLong();
-        report.serviceLines = store::scalar(copy.db(), QStringLiteral("SELECT COUNT(*) FROM Help")).toLongLong();
-    } catch (const store::SqlError &error) {
-        return Failed::failure(error.message());
-    }
-    if (!backupfiles::leaveWriteAheadLog(copy.db()))
-        return Failed::failure(refusedArchive(archive, QStringLiteral("не може да се отвори за запис.")));
-    return Failed::success(report);
+    const auto current = currentSize(store::paths().clinicDb);
+    if (!current)
+        return Outcome::success();
+    const QString notice = smallerArchiveNotice(archive, archived, *current);
+    if (notice.isEmpty() || confirm(notice + QStringLiteral(" Да бъдат ли заменени текущите данни с тези от архива?")))
+        return Outcome::success();
+    return Outcome::failure(notice + QStringLiteral(" Възстановяването е отказано. ") + Unchanged);
 }
 
-// The current file alone holds its data once its write-ahead log is folded in; a log left
-// beside it would otherwise be read into the restored file at the next opening. Only writers
-// fill a log, and the folder's lock keeps them out; a reader (a backup) may still hold it open.
+// The current file alone holds its data once its journals are folded in; a journal left beside
+// it would otherwise be read into the restored file at the next opening. Only writers fill a
+// journal, and the folder's lock keeps them out; a reader (a backup) may still hold it open.
 Outcome settleCurrent(const QString &clinicPath)
 {
-    const QString log = clinicPath + QStringLiteral("-wal");
-    if (!QFileInfo::exists(log))
+    const QStringList journals{clinicPath + QStringLiteral("-wal"), clinicPath + QStringLiteral("-journal")};
+    const auto anyLeft = [&] { return QFileInfo::exists(journals[0]) || QFileInfo::exists(journals[1]); };
+    if (!anyLeft())
         return Outcome::success();
     {
-        SideConnection live(clinicPath, SideConnection::Mode::ReadWrite);
-        if (live.open())
-            (void)backupfiles::leaveWriteAheadLog(live.db());
+        backupfiles::EngineFile live(clinicPath, backupfiles::EngineFile::Mode::ReadWrite);
+        if (!live.exec(QStringLiteral("PRAGMA journal_mode = DELETE")) && live.diskWasFull())
+            return Outcome::failure(backupfiles::diskFullMessage(QFileInfo(clinicPath).absolutePath()) + u' ' +
+                                    Unchanged);
     }
-    if (QFileInfo::exists(log))
+    if (anyLeft())
         return Outcome::failure(QStringLiteral("Базата данни %1 се чете в момента от друга програма "
                                                "(например архивиране). Изчакайте и опитайте отново.")
                                     .arg(clinicPath));
@@ -96,16 +102,16 @@ Result<QString> keepSafetyCopy(const QString &clinicPath, const QDateTime &now)
     if (!QFileInfo::exists(clinicPath))
         return Result<QString>::success(QString());
     const QString safety = safetyCopyName(QFileInfo(clinicPath).absolutePath(), now);
-    const bool kept = ::link(QFile::encodeName(clinicPath).constData(), QFile::encodeName(safety).constData()) == 0
-        || (QFile::copy(clinicPath, safety) && backupfiles::syncFile(safety));
+    const bool kept = ::link(QFile::encodeName(clinicPath).constData(), QFile::encodeName(safety).constData()) == 0 ||
+                      (QFile::copy(clinicPath, safety) && backupfiles::syncFile(safety));
     if (!kept)
         return Result<QString>::failure(QStringLiteral("Копието на текущата база данни %1 не може да се запише. "
-                                                       "Базата данни не е променена. Проверете свободното място.")
-                                            .arg(safety));
+                                                       "%2 Проверете свободното място.")
+                                            .arg(safety, Unchanged));
     return Result<QString>::success(safety);
 }
 
-Failed putInPlace(const QString &staged, const QString &clinicPath, const QDateTime &now, RestoreReport report)
+Failed putInPlace(PartFile &staged, const QString &clinicPath, const QDateTime &now, RestoreReport report)
 {
     if (auto settled = settleCurrent(clinicPath); !settled)
         return Failed::failure(settled.error());
@@ -113,46 +119,71 @@ Failed putInPlace(const QString &staged, const QString &clinicPath, const QDateT
     if (!safety)
         return Failed::failure(safety.error());
     report.safetyCopy = safety.value();
-    if (!backupfiles::syncFile(staged) || !backupfiles::replaceFile(staged, clinicPath))
+    if (!staged.putInPlace()) {
+        QFile::remove(report.safetyCopy);
         return Failed::failure(QStringLiteral("Базата данни %1 не може да се замени. Проверете правата за запис "
-                                              "на папката с данните.")
-                                   .arg(clinicPath));
+                                              "на папката с данните. %2")
+                                   .arg(clinicPath, Unchanged));
+    }
     return Failed::success(report);
+}
+
+// The restored file did not open: the kept copy goes back under the clinic file's name. The
+// journals beside it are those the failed opening made for the restored file; left there, they
+// would be read into the old one.
+Failed takeBack(const QString &archive, const RestoreReport &report, const QString &why)
+{
+    const QString clinicPath = store::paths().clinicDb;
+    store::closeClinicFile();
+    for (const char *journal : {"-wal", "-shm", "-journal"})
+        QFile::remove(clinicPath + QLatin1String(journal));
+    const bool back = report.safetyCopy.isEmpty() ? QFile::remove(clinicPath)
+                                                  : backupfiles::replaceFile(report.safetyCopy, clinicPath);
+    (void)store::reopenClinicFile(); // the old file, damaged or not, as it was before the restore
+    if (!back)
+        return Failed::failure(QStringLiteral("Архивът %1 е поставен на мястото на базата данни, но тя не се отваря: "
+                                              "%2 Предишната база данни е запазена като %3; затворете програмата "
+                                              "и я върнете под името %4.")
+                                   .arg(archive, why, report.safetyCopy, clinicPath));
+    return Failed::failure(QStringLiteral("Архивът %1 не е зареден: след поставянето му базата данни не се отвори "
+                                          "(%2). Предишната база данни е върната на мястото си и не е променена.")
+                               .arg(archive, why));
 }
 
 } // namespace
 
 QString safetyCopyName(const QString &folder, const QDateTime &now)
 {
-    const QString stem = folder + QStringLiteral("/velmorata-before-restore-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    const QString stem =
+        folder + QStringLiteral("/velmorata-before-restore-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss"));
     QString name = stem + QStringLiteral(".db");
     for (int n = 2; QFileInfo::exists(name); ++n)
         name = stem + QStringLiteral("-%1.db").arg(n);
     return name;
 }
 
-Result<RestoreReport> RestoreDatabase(const QString &archive, const QDateTime &now)
+Result<RestoreReport> RestoreDatabase(const QString &archive, const ConfirmSmaller &confirm, const QDateTime &now)
 {
     if (!store::holdsFolder())
         return Failed::failure(QStringLiteral("Папката с данните не е заета от тази програма."));
     const QString clinicPath = store::paths().clinicDb;
-    auto staged = stageCopy(archive, clinicPath);
-    if (!staged)
-        return Failed::failure(staged.error());
-    const auto checked = checkStaged(staged.value(), archive);
-    if (!checked) {
-        QFile::remove(staged.value());
-        return checked;
-    }
+    backupfiles::removeStaleParts(clinicPath); // only a killed restore leaves them: the folder's lock is ours
+    PartFile staged(clinicPath);
+    if (auto copied = stageCopy(archive, staged); !copied)
+        return Failed::failure(copied.error());
+    const auto checked = CheckArchiveCopy(staged.path(), archive);
+    if (!checked)
+        return Failed::failure(checked.error());
+    if (auto agreed = agreeToSize(archive, checked.value(), confirm); !agreed)
+        return Failed::failure(agreed.error());
     store::closeClinicFile();
-    const auto placed = putInPlace(staged.value(), clinicPath, now, checked.value());
-    if (!placed)
-        QFile::remove(staged.value());
-    // The clinic file, restored or as it was, is opened again. One that does not open when the
-    // restore failed is the damaged file the restore was to replace: the failure already says
-    // that nothing changed.
-    if (auto reopened = store::reopenClinicFile(bool(placed)); !reopened && placed)
-        return Failed::failure(reopened.error());
+    const auto placed = putInPlace(staged, clinicPath, now, {{}, checked->patients, checked->serviceLines});
+    if (!placed) {
+        (void)store::reopenClinicFile(); // the file as it was: the failure already says nothing changed
+        return placed;
+    }
+    if (auto reopened = store::reopenClinicFile(true); !reopened)
+        return takeBack(archive, placed.value(), reopened.error());
     return placed;
 }
 

@@ -1,3 +1,4 @@
+#include "CommandRun.h"
 #include "TestPractice.h"
 
 #include "maintenance/Backup.h"
@@ -21,13 +22,6 @@ void write(const QString &path, const QByteArray &bytes)
         qFatal("cannot write %s", qPrintable(path));
 }
 
-void addPatients(TestPractice &practice, int count, int first = 0)
-{
-    for (int n = first; n < first + count; ++n)
-        practice.addPatient(validEgn(QDate(1950, 1, 1).addDays(n)), QStringLiteral("Пациент %1").arg(n),
-                            QStringLiteral("1111"));
-}
-
 int patients() { return store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Pacients")).toInt(); }
 
 QStringList folderFiles(const QString &folder)
@@ -38,21 +32,8 @@ QStringList folderFiles(const QString &folder)
     return files;
 }
 
-struct Run
-{
-    int exitCode;
-    QString out;
-    QString err;
-};
-
-Run velmorata(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
-    process.waitForFinished(60000);
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
+const auto velmorata = runProgram;
+const auto yes = [](const QString &) { return true; };
 
 } // namespace
 
@@ -63,7 +44,7 @@ private slots:
     void backupReplacesTheTargetWithAWholeCopy()
     {
         TestPractice practice;
-        addPatients(practice, 30);
+        practice.addNumberedPatients(30);
         const QString archive = practice.folder() + QStringLiteral("/../") + QFileInfo(practice.folder()).fileName()
             + QStringLiteral(".arh");
         write(archive, "an older file under the same name");
@@ -91,7 +72,7 @@ private slots:
     {
         QFETCH(QString, target);
         TestPractice practice;
-        addPatients(practice, 3);
+        practice.addNumberedPatients(3);
         const QStringList before = folderFiles(practice.folder());
         const auto copied = backup::BackupDatabase(store::paths().clinicDb, practice.folder() + u'/' + target);
         QVERIFY(!copied);
@@ -105,10 +86,10 @@ private slots:
     void backupCommandWorksWhileTheProgramRuns()
     {
         TestPractice practice;
-        addPatients(practice, 25);
+        practice.addNumberedPatients(25);
         QTemporaryDir elsewhere;
         const QString archive = elsewhere.filePath(QStringLiteral("copy.arh"));
-        const Run done = velmorata({QStringLiteral("backup"), QStringLiteral("--data-dir"), practice.folder(), archive});
+        const CommandRun done = velmorata({QStringLiteral("backup"), QStringLiteral("--data-dir"), practice.folder(), archive});
         QCOMPARE(done.exitCode, 0);
         QVERIFY2(done.out.startsWith(QStringLiteral("Backup written: ")), qPrintable(done.out + done.err));
         QVERIFY(done.out.contains(QStringLiteral("25 patients")));
@@ -118,20 +99,20 @@ private slots:
     void restorePutsTheArchiveBackAndKeepsTheCurrent()
     {
         TestPractice practice;
-        addPatients(practice, 10);
+        practice.addNumberedPatients(10);
         QTemporaryDir elsewhere;
         const QString archive = elsewhere.filePath(QStringLiteral("ten.arh"));
         QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
-        addPatients(practice, 5, 100);
+        practice.addNumberedPatients(5, 100);
         const QDateTime now(QDate(2026, 3, 15), QTime(9, 30, 5));
-        const auto restored = restore::RestoreDatabase(archive, now);
+        const auto restored = restore::RestoreDatabase(archive, yes, now);
         QVERIFY2(restored, qPrintable(restored.error()));
         QCOMPARE(patients(), 10); // the store works on the restored file at once
         QCOMPARE(restored->safetyCopy, practice.folder() + QStringLiteral("/velmorata-before-restore-20260315-093005.db"));
         safetyCopyHolds(restored->safetyCopy, 15);
         QCOMPARE(QFileInfo(store::paths().clinicDb).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
         // A second restore in the same second keeps its own safety copy.
-        const auto again = restore::RestoreDatabase(archive, now);
+        const auto again = restore::RestoreDatabase(archive, yes, now);
         QVERIFY(again);
         QVERIFY(again->safetyCopy.endsWith(QStringLiteral("-093005-2.db")));
     }
@@ -147,17 +128,23 @@ private slots:
         QTest::newRow("index on other values") << "index-other";
         QTest::newRow("index that lost rows") << "index-short";
         QTest::newRow("no such file") << "missing";
+        // Format versions the engine opens read-only or not at all: every later write would fail.
+        QTest::newRow("write version 0xFE") << "version-18-254";
+        QTest::newRow("write version 3") << "version-18-3";
+        QTest::newRow("read version 3") << "version-19-3";
+        QTest::newRow("a column fewer") << "columns-fewer";
+        QTest::newRow("a column more") << "columns-more";
     }
     void restoreRefusesWhatIsNoArchive()
     {
         QFETCH(QString, kind);
         TestPractice practice;
-        addPatients(practice, 40);
+        practice.addNumberedPatients(40);
         QTemporaryDir elsewhere;
         const QString archive = elsewhere.filePath(QStringLiteral("bad.arh"));
         makeBadArchive(kind, archive);
         const QStringList filesBefore = folderFiles(practice.folder());
-        const auto restored = restore::RestoreDatabase(archive);
+        const auto restored = restore::RestoreDatabase(archive, yes);
         QVERIFY(!restored);
         QVERIFY2(restored.error().contains(archive), qPrintable(restored.error()));
         QCOMPARE(patients(), 40);
@@ -172,14 +159,14 @@ private slots:
         const QString folder = elsewhere.filePath(QStringLiteral("second"));
         {
             TestPractice practice;
-            addPatients(practice, 12);
+            practice.addNumberedPatients(12);
             QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
             QVERIFY(QDir().mkpath(folder));
             write(folder + QStringLiteral("/velmorata.db"), QByteArray(8192, 'x'));
-            const Run held = velmorata({QStringLiteral("restore"), QStringLiteral("--data-dir"), practice.folder(), archive});
+            const CommandRun held = velmorata({QStringLiteral("restore"), QStringLiteral("--data-dir"), practice.folder(), archive});
             QCOMPARE(held.exitCode, 1);
             QVERIFY2(held.err.contains(QStringLiteral("вече работи")), qPrintable(held.err));
-            const Run done = velmorata({QStringLiteral("restore"), QStringLiteral("--data-dir"), folder, archive});
+            const CommandRun done = velmorata({QStringLiteral("restore"), QStringLiteral("--data-dir"), folder, archive});
             QCOMPARE(done.exitCode, 0);
             QVERIFY2(done.out.contains(QStringLiteral("12 patients")), qPrintable(done.out + done.err));
         }
@@ -191,11 +178,11 @@ private slots:
     void menuRestoreStopsWhenAWindowStaysOpen()
     {
         TestPractice practice;
-        addPatients(practice, 4);
+        practice.addNumberedPatients(4);
         QTemporaryDir elsewhere;
         const QString archive = elsewhere.filePath(QStringLiteral("empty-practice.arh"));
         QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
-        addPatients(practice, 1, 50);
+        practice.addNumberedPatients(1, 50);
         maintenanceui::setArchiveChooser([&](QWidget *, maintenanceui::ArchiveDialog) { return archive; });
         int reloads = 0;
         maintenanceui::restoreData(nullptr, [] { return false; }, [&] { ++reloads; });
@@ -244,6 +231,19 @@ private:
         QSqlDatabase::removeDatabase(name);
     }
 
+    void changeColumns(const QString &archive, const QString &statement)
+    {
+        const QString name = QStringLiteral("columns");
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            db.setDatabaseName(archive);
+            QVERIFY(db.open());
+            store::run(db, statement);
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(name);
+    }
+
     void makeBadArchive(const QString &kind, const QString &archive)
     {
         if (kind == u"text")
@@ -258,6 +258,15 @@ private:
             db.close();
             db = QSqlDatabase();
             QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        } else if (kind.startsWith(u"version")) {
+            QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
+            QFile file(archive);
+            QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(kind.section(u'-', 1, 1).toInt()));
+            QVERIFY(file.putChar(char(kind.section(u'-', 2, 2).toInt())));
+        } else if (kind.startsWith(u"columns")) {
+            QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
+            changeColumns(archive, kind == u"columns-fewer" ? QStringLiteral("ALTER TABLE Help DROP COLUMN Schet")
+                                                            : QStringLiteral("ALTER TABLE Pacients ADD COLUMN Email TEXT"));
         } else if (kind.startsWith(u"index")) {
             QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
             damageIndex(archive, kind == u"index-other");

@@ -2,6 +2,7 @@
 
 #include "shell/cli/Command.h"
 
+#include <QProcess>
 #include <QTextStream>
 
 // What a subcommand of the command line printed and returned, run inside the test's process.
@@ -20,4 +21,14 @@ inline CommandRun runCommand(Command &command, const QStringList &arguments)
         run.exitCode = command.execute(arguments, out, err);
     }
     return run;
+}
+
+// What the built program printed and returned, run as its own process.
+inline CommandRun runProgram(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
+    process.waitForFinished(60000);
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }

@@ -85,6 +85,12 @@ void TestPractice::addDoctor(const QString &names, const QString &code, const QS
                {names, QStringLiteral("7501010000"), code, accesscodes::hashForStorage(accessCode)});
 }
 
+void TestPractice::addNumberedPatients(int count, int first)
+{
+    for (int n = first; n < first + count; ++n)
+        addPatient(validEgn(QDate(1950, 1, 1).addDays(n)), QStringLiteral("Пациент %1").arg(n), QStringLiteral("1111"));
+}
+
 void TestPractice::addPatient(const QString &egn, const QString &names, const QString &doctorCode)
 {
     store::run(store::clinicDb(), QStringLiteral("INSERT INTO Pacients (EGN, Names, LKod) VALUES (?,?,?)"),

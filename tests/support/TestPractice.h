@@ -47,6 +47,9 @@ public:
     // Fixture builders; the access code is stored hashed, as the program stores it.
     void addDoctor(const QString &names, const QString &code, const QString &accessCode = QStringLiteral("1234"));
     void addPatient(const QString &egn, const QString &names, const QString &doctorCode);
+    // `count` patients of doctor 1111, "Пациент <n>" born on the n-th day after 01.01.1950, n
+    // counted from `first`.
+    void addNumberedPatients(int count, int first = 0);
     void addService(const QString &egn, const QDate &date, const QString &kodHelp, const QString &doctorCode,
                     const QString &listId = QStringLiteral("000001"));
     // `count` lines of one code on one day, stored in one transaction: a full day of work.

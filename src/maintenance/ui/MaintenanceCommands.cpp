@@ -35,7 +35,10 @@ ArchiveChooser &chooser()
 
 } // namespace
 
-void setArchiveChooser(ArchiveChooser chosen) { chooser() = chosen ? std::move(chosen) : showArchiveDialog; }
+void setArchiveChooser(ArchiveChooser chosen)
+{
+    chooser() = chosen ? std::move(chosen) : showArchiveDialog;
+}
 
 void backupData(QWidget *owner)
 {
@@ -56,13 +59,21 @@ void restoreData(QWidget *owner, const std::function<bool()> &closeWindows, cons
     const QString archive = chooser()(owner, ArchiveDialog::Open);
     if (archive.isEmpty() || !closeWindows())
         return;
+    bool declined = false;
+    const auto askFirst = [&](const QString &question) {
+        QApplication::restoreOverrideCursor(); // the question waits for the person, not the work
+        declined = !dialogs().question(question);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        return !declined;
+    };
     std::optional<Result<restore::RestoreReport>> restored;
     {
         BusyPointer busy;
-        restored.emplace(restore::RestoreDatabase(archive));
+        restored.emplace(restore::RestoreDatabase(archive, askFirst));
     }
     if (!*restored) {
-        dialogs().information(restored->error());
+        if (!declined) // the person said no: nothing more to tell
+            dialogs().information(restored->error());
         return;
     }
     reload();
