@@ -1,10 +1,13 @@
 #include "TestPractice.h"
 
+#include "maintenance/Backup.h"
 #include "maintenance/JetReader.h"
 #include "maintenance/JetSource.h"
 #include "maintenance/LegacyTakeover.h"
+#include "maintenance/Restore.h"
 #include "store/ReferenceData.h"
 #include "store/Sql.h"
+#include "store/Store.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +22,8 @@
 // VELMORATA_FUZZ_ROUNDS runs more rounds than CI's (tools/fuzz.sh uses it before a release).
 namespace {
 
-constexpr int PageSize = 2048;
+constexpr int JetPage = 2048;
+constexpr int SqlitePage = 4096;
 
 QByteArray fixture(const QString &name)
 {
@@ -38,12 +42,12 @@ void writeFile(const QString &path, const QByteArray &content)
 
 // One of the kinds of damage a copy meets: a cut (at a page or anywhere), bytes changed, a
 // page zeroed, a page written over another.
-QByteArray damaged(QByteArray file, QRandomGenerator &random)
+QByteArray damaged(QByteArray file, QRandomGenerator &random, int pageSize = JetPage)
 {
-    const int pages = int(file.size() / PageSize);
+    const int pages = int(file.size() / pageSize);
     switch (random.bounded(5)) {
     case 0:
-        return file.left(random.bounded(1, pages) * PageSize);
+        return file.left(random.bounded(1, pages) * pageSize);
     case 1:
         return file.left(random.bounded(qsizetype(1), file.size()));
     case 2:
@@ -51,10 +55,10 @@ QByteArray damaged(QByteArray file, QRandomGenerator &random)
             file[random.bounded(qsizetype(0), file.size())] = char(random.bounded(256));
         return file;
     case 3:
-        return file.replace(random.bounded(pages) * PageSize, PageSize, QByteArray(PageSize, '\0'));
+        return file.replace(random.bounded(pages) * pageSize, pageSize, QByteArray(pageSize, '\0'));
     default:
-        return file.replace(random.bounded(pages) * PageSize, PageSize,
-                            file.mid(random.bounded(pages) * PageSize, PageSize));
+        return file.replace(random.bounded(pages) * pageSize, pageSize,
+                            file.mid(random.bounded(pages) * pageSize, pageSize));
     }
 }
 
@@ -124,6 +128,40 @@ private slots:
                 QVERIFY2(imported.error().contains(path), qPrintable(imported.error()));
                 QCOMPARE(list(), before);
             }
+        }
+    }
+
+    // A restore of a damaged archive either puts a whole database in place and says so, or says
+    // it did not and leaves the practice exactly as it was: never "failed" after a swap.
+    void aDamagedArchiveIsRestoredWholeOrNotAtAll()
+    {
+        TestPractice practice;
+        practice.addDoctor(u"Д-р Тест"_qs, u"2200001234"_qs);
+        for (int n = 0; n < 40; ++n) {
+            const QString egn = u"85010%1"_qs.arg(10000 + n);
+            practice.addPatient(egn, u"Иван Петров Иванов"_qs, u"2200001234"_qs);
+            practice.addServices(3, egn, QDate(2026, 3, 2), u"101"_qs, u"2200001234"_qs);
+        }
+        const QString archive = practice.folder() + u"/good.arh"_qs;
+        QVERIFY(backup::BackupDatabase(store::paths().clinicDb, archive));
+        QFile good(archive);
+        QVERIFY(good.open(QIODevice::ReadOnly));
+        const QByteArray whole = good.readAll();
+        const QString damagedArchive = practice.folder() + u"/damaged.arh"_qs;
+        const auto contents = [] {
+            return store::scalar(store::clinicDb(), u"SELECT COUNT(*) || '/' || group_concat(EGN) FROM Pacients"_qs)
+                .toString();
+        };
+        QRandomGenerator random(20261127);
+        for (int round = 0; round < rounds(40); ++round) {
+            writeFile(damagedArchive, damaged(whole, random, SqlitePage));
+            const QString before = contents();
+            const auto restored = restore::RestoreDatabase(damagedArchive, [](const QString &) { return true; },
+                                                           QDateTime(QDate(2026, 3, 15), QTime(9, 0)).addSecs(round));
+            QVERIFY2(store::clinicDb().isOpen(), qPrintable(u"round %1"_qs.arg(round)));
+            QCOMPARE(store::scalar(store::clinicDb(), u"PRAGMA quick_check"_qs).toString(), u"ok"_qs);
+            if (!restored.ok())
+                QCOMPARE(contents(), before);
         }
     }
 
