@@ -1,8 +1,8 @@
 #include "Version.h"
 #include "base/ui/PrintRenderer.h"
 #include "shell/cli/Command.h"
+#include "shell/cli/DataFolderOption.h"
 #include "shell/ui/Desktop.h"
-#include "store/DataPaths.h"
 #include "store/Log.h"
 #include "store/PrivateFolder.h"
 
@@ -104,10 +104,7 @@ int main(int argc, char **argv)
         + commandList());
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder (default: %1).")
-                                                                     .arg(store::DataPaths::defaultFolder()),
-                                     QStringLiteral("DIR"));
-    parser.addOption(dataDir);
+    parser.addOption(dataFolderOption());
     if (wantsNoWindow(arguments))
         return runWithoutWindow(argc, argv, parser);
 
@@ -116,5 +113,7 @@ int main(int argc, char **argv)
     parser.process(app);
     if (!parser.positionalArguments().isEmpty())
         return refuseUnknownCommand(parser.positionalArguments().first());
-    return runDesktop(parser.isSet(dataDir) ? parser.value(dataDir) : store::DataPaths::defaultFolder());
+    QTextStream err(stderr);
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("velmorata: "));
+    return paths ? runDesktop(*paths) : 2;
 }

@@ -9,18 +9,23 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-void start(QProcess &process, const QStringList &arguments, const QByteArray &input = {})
+void start(QProcess &process, const QStringList &arguments, const QByteArray &input = {},
+           const QString &workingFolder = {})
 {
+    process.setWorkingDirectory(workingFolder);
     process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
     process.write(input);
     process.closeWriteChannel();
@@ -39,10 +44,10 @@ CommandRun finish(QProcess &process, int limit = 120000)
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-CommandRun velmorata(const QStringList &arguments, const QByteArray &input = {})
+CommandRun velmorata(const QStringList &arguments, const QByteArray &input = {}, const QString &workingFolder = {})
 {
     QProcess process;
-    start(process, arguments, input);
+    start(process, arguments, input, workingFolder);
     return finish(process);
 }
 
@@ -76,6 +81,29 @@ CommandRun addDoctor(const QString &folder, const QStringList &options, const QB
 }
 
 const QString Printed = u"2223945198"_s;
+
+const QStringList Period{u"--doctor"_s, u"2201234567"_s, u"--from"_s, u"01.03.2026"_s, u"--to"_s, u"31.03.2026"_s};
+
+int modeOf(const QString &path)
+{
+    struct stat info {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 0777) : -1;
+}
+
+QStringList entriesOf(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+// A file of the user's own, readable by others as such files are.
+void writeUsersFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("the user's own\n") < 0)
+        qFatal("cannot write %s", qPrintable(path));
+    file.close();
+    ::chmod(QFile::encodeName(path).constData(), 0644);
+}
 
 } // namespace
 
@@ -155,6 +183,7 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n1000,a,b,c,22,01\n\"1001,a\n");
         file.close();
+        QCOMPARE(addDoctor(folder.path(), Doctor, "секрет1\nсекрет1\n").exitCode, 0);
         const CommandRun result = velmorata({u"import-postcodes"_s, u"--data-dir"_s, folder.path(), csv});
         QCOMPARE(result.exitCode, 1);
         QVERIFY2(result.err.contains(u"ред 3"_s), qPrintable(result.err));
@@ -184,15 +213,90 @@ private slots:
         }
     }
 
+    // The folder holds health data and is tightened; a file of the user's own in it is not ours to touch.
     void aWiderFolderIsMadePrivateWithOneLine()
     {
         QTemporaryDir dir;
         QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
+        writeUsersFile(dir.filePath(u"notes.txt"_s));
         const CommandRun made = demo(dir.path(), u"1"_s);
         QCOMPARE(made.exitCode, 0);
         QCOMPARE(made.err.count(u'\n'), 1);
         QVERIFY2(made.err.contains(dir.path()), qPrintable(made.err));
-        QCOMPARE(QFileInfo(dir.path()).permissions(), QFileDevice::Permissions(0x7700));
+        QCOMPARE(modeOf(dir.path()), 0700);
+        QCOMPARE(modeOf(dir.filePath(u"velmorata.db"_s)), 0600);
+        QCOMPARE(modeOf(dir.filePath(u"notes.txt"_s)), 0644);
+    }
+
+    // An empty --data-dir is a fault of the command line, never the current folder: the window
+    // and every command refuse it, and the folder they were started in is left as it was.
+    void anEmptyDataFolderIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("window") << QStringList{"--data-dir", ""};
+        QTest::newRow("window, --data-dir=") << QStringList{"--data-dir="};
+        QTest::newRow("demo") << QStringList{"demo", "--data-dir", ""};
+        QTest::newRow("doctor add") << QStringList{"doctor", "add", "--data-dir", ""} + Doctor;
+        QTest::newRow("report") << QStringList{"report", "activity", "--data-dir", ""} + Period;
+        QTest::newRow("print") << QStringList{"print", "record", "--data-dir", "", "--egn", "7501012347", "--pdf", "r.pdf"};
+        QTest::newRow("accounting") << QStringList{"accounting", "--data-dir", ""} + Period.mid(2);
+        QTest::newRow("backup") << QStringList{"backup", "--data-dir", "", "copy.arh"};
+        QTest::newRow("restore") << QStringList{"restore", "--data-dir", "", "notes.txt"};
+        QTest::newRow("repair") << QStringList{"repair", "--data-dir", ""};
+        QTest::newRow("clean-out") << QStringList{"clean-out", "--data-dir", "", "--doctor", "1", "--yes"};
+        QTest::newRow("import-zoks") << QStringList{"import-zoks", "--data-dir", "", "--doctor", "1", "notes.txt"};
+        QTest::newRow("import-postcodes") << QStringList{"import-postcodes", "--data-dir", "", "notes.txt"};
+        QTest::newRow("import-legacy") << QStringList{"import-legacy", "--data-dir", "", "--from", "."};
+    }
+    void anEmptyDataFolderIsRefused()
+    {
+        QFETCH(QStringList, arguments);
+        QTemporaryDir dir;
+        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
+        writeUsersFile(dir.filePath(u"notes.txt"_s));
+        const CommandRun run = velmorata(arguments, "секрет1\nсекрет1\n", dir.path());
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"--data-dir"_s), qPrintable(run.err));
+        QVERIFY(run.out.isEmpty());
+        QCOMPARE(entriesOf(dir.path()), QStringList{u"notes.txt"_s});
+        QCOMPARE(modeOf(dir.path()), 0755);
+        QCOMPARE(modeOf(dir.filePath(u"notes.txt"_s)), 0644);
+    }
+
+    // A folder that holds no practice, a mistyped --data-dir most likely, is refused by every
+    // command that needs one, naming it; nothing is made: not the folder, not a file, not the lock.
+    void aFolderWithoutAPracticeIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("report") << QStringList{"report", "activity"} + Period << 1;
+        QTest::newRow("report as PDF") << QStringList{"report", "summary", "--pdf", "r.pdf"} + Period << 1;
+        QTest::newRow("XML report") << QStringList{"report", "xml", "--out", "r.xml"} + Period << 1;
+        QTest::newRow("claims check") << QStringList{"report", "check"} + Period << 2;
+        QTest::newRow("print") << QStringList{"print", "record", "--egn", "7501012347", "--pdf", "r.pdf"} << 1;
+        QTest::newRow("accounting") << QStringList{"accounting"} + Period.mid(2) << 1;
+        QTest::newRow("accounting, booking") << QStringList{"accounting", "--book", "1"} + Period.mid(2) << 1;
+        QTest::newRow("backup") << QStringList{"backup", "copy.arh"} << 1;
+        QTest::newRow("repair") << QStringList{"repair"} << 1;
+        QTest::newRow("repair, dry run") << QStringList{"repair", "--dry-run"} << 1;
+        QTest::newRow("clean-out") << QStringList{"clean-out", "--doctor", "1", "--yes"} << 1;
+        QTest::newRow("import-zoks") << QStringList{"import-zoks", "--doctor", "1", "zoks.mdb"} << 1;
+        QTest::newRow("import-postcodes") << QStringList{"import-postcodes", "codes.csv"} << 1;
+    }
+    void aFolderWithoutAPracticeIsRefused()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QTemporaryDir dir;
+        const QString empty = dir.filePath(u"empty"_s);
+        QVERIFY(QDir().mkpath(empty));
+        for (const QString &folder : {dir.filePath(u"mistyped"_s), empty}) {
+            const CommandRun run = velmorata(arguments + QStringList{u"--data-dir"_s, folder}, {}, dir.path());
+            QCOMPARE(run.exitCode, exitCode);
+            QVERIFY2(run.err.contains(folder), qPrintable(run.err));
+        }
+        QCOMPARE(entriesOf(dir.path()), QStringList{u"empty"_s});
+        QCOMPARE(entriesOf(empty), QStringList());
     }
 
     void anEmptyClinicFileIsNotTakenForANewPractice()
@@ -214,8 +318,8 @@ private slots:
         QTemporaryDir folder;
         const CommandRun run = addDoctor(folder.path(), Doctor, "секрет1\nсекрет1\n");
         QVERIFY2(run.exitCode == 0, qPrintable(run.err));
-        QCOMPARE(run.out.count(u'\n'), 1);
-        QVERIFY(run.out.contains(u"Мария Петрова"_s));
+        QCOMPARE(run.out.section(u'\n', 0, 0), u"New practice in "_s + folder.path()); // the first doctor starts it
+        QVERIFY(run.out.section(u'\n', 1).contains(u"Мария Петрова"_s));
         QVERIFY(run.err.isEmpty());
         QCOMPARE(column(folder.path(), u"SELECT Names || '/' || KodMedic FROM Medic"_s),
                  QStringList{u"Мария Петрова/2201234567"_s});
