@@ -312,6 +312,39 @@ private slots:
         QCOMPARE(QFileInfo(clinic).size(), 0);
     }
 
+    // Runs that only read leave the folder as they found it: no log of the engine's, no index of
+    // it, no scratch file. (The engine leaves its log behind when the last connection to close
+    // was opened read-only.)
+    void readingRunsLeaveTheFolderAsTheyFoundIt_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const QStringList march{u"--from"_s, u"01.10.2026"_s, u"--to"_s, u"31.10.2026"_s};
+        QTest::newRow("report") << QStringList{"report", "activity", "--doctor", "DOCTOR"} + march;
+        QTest::newRow("report as PDF") << QStringList{"report", "summary", "--doctor", "DOCTOR", "--pdf", "OUTSIDE/r.pdf"} + march;
+        QTest::newRow("claims check") << QStringList{"report", "check", "--doctor", "DOCTOR", "--today", "20.11.2026"} + march;
+        QTest::newRow("print") << QStringList{"print", "record", "--egn", "PATIENT", "--pdf", "OUTSIDE/r.pdf"};
+        QTest::newRow("accounting") << QStringList{"accounting"} + march;
+        QTest::newRow("backup") << QStringList{"backup", "OUTSIDE/copy.arh"};
+        QTest::newRow("repair, dry run") << QStringList{"repair", "--dry-run"};
+    }
+    void readingRunsLeaveTheFolderAsTheyFoundIt()
+    {
+        QFETCH(QStringList, arguments);
+        const QString folder = m_demo.filePath(u"practice"_s);
+        if (!QFile::exists(folder))
+            QCOMPARE(demo(folder, u"3"_s).exitCode, 0);
+        const QStringList before = entriesOf(folder);
+        QVERIFY2(!before.contains(u"velmorata.db-wal"_s), qPrintable(before.join(u' ')));
+        const QString doctor = column(folder, u"SELECT KodMedic FROM Medic ORDER BY ID"_s).value(0);
+        const QString patient = column(folder, u"SELECT EGN FROM Pacients ORDER BY ID"_s).value(0);
+        QTemporaryDir outside;
+        arguments.replaceInStrings(u"DOCTOR"_s, doctor).replaceInStrings(u"PATIENT"_s, patient)
+            .replaceInStrings(u"OUTSIDE"_s, outside.path());
+        const CommandRun run = velmorata(arguments + QStringList{u"--data-dir"_s, folder});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        QCOMPARE(entriesOf(folder), before);
+    }
+
     // velmorata doctor add: the code read twice from standard input when that is no terminal.
     void doctorAdd()
     {
@@ -400,6 +433,7 @@ private slots:
 
 private:
     QTemporaryDir m_printed; // one practice for every print
+    QTemporaryDir m_demo;    // one practice for every run that only reads
 };
 
 QTEST_MAIN(TestCommandLine)

@@ -10,6 +10,7 @@
 #include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 #include "store/Dates.h"
+#include "store/Scratch.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -124,7 +125,9 @@ private:
         if (!built->isEmpty())
             m_err << "report: " << oneLine(built->message()) << Qt::endl;
         const int code = m_parser.isSet(QStringLiteral("pdf")) ? writePdf(period) : writeLines(period);
-        (void)reports::CloseReport(kind); // the scratch file holds nothing that is not derived
+        // The scratch file is the run's own and holds nothing that is not derived: it goes with the
+        // run, as it goes when the window closes, so that a report leaves the folder as it found it.
+        store::DeleteScratchFile();
         return code;
     }
 
