@@ -115,11 +115,15 @@ private slots:
     {
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("line");
-        QTest::newRow("good") << "7501012347" << "7501012347\t0\t0\t0\t01.01.1975\tМ\t1";
-        QTest::newRow("turns eighteen today") << "0843150004" << "0843150004\t0\t0\t1\t15.3.2008\tМ\t0";
-        QTest::newRow("no birth date") << "7501000000" << "7501000000\t0\t0\t1\t00.01.1975\tМ\t?";
-        QTest::newRow("tab inside, one escaped line") << "75010\t12347" << "75010\\t12347\t0\t0\t0\t0\\t.01.1975\tЖ\t?";
-        QTest::newRow("line break and backslash") << "7\r\n0\\1" << "7\\r\\n0\\\\1\t0\t0\t1\t\\\\1.\\n0.197\\r\tМ\t?";
+        QTest::newRow("good") << "7501012347" << "7501012347\t0\t0\t0\t01.01.1975\tМ\t1\t0";
+        QTest::newRow("turns eighteen today") << "0843150004" << "0843150004\t0\t0\t1\t15.3.2008\tМ\t0\t0";
+        QTest::newRow("no birth date") << "7501000000" << "7501000000\t0\t0\t1\t00.01.1975\tМ\t?\t0";
+        // The three tests read a letter as 0 and pass these; the card refuses them.
+        QTest::newRow("letter O for zeros") << "85O1O11234" << "85O1O11234\t0\t0\t0\tO1.O1.1985\tЖ\t?\t1";
+        QTest::newRow("nine digits, missing tenth read as 0") << "750101100" << "750101100\t0\t0\t0\t01.01.1975\tМ\t1\t1";
+        QTest::newRow("eleven digits") << "75010123470" << "75010123470\t0\t0\t0\t01.01.1975\tМ\t1\t1";
+        QTest::newRow("tab inside, one escaped line") << "75010\t12347" << "75010\\t12347\t0\t0\t0\t0\\t.01.1975\tЖ\t?\t1";
+        QTest::newRow("line break and backslash") << "7\r\n0\\1" << "7\\r\\n0\\\\1\t0\t0\t1\t\\\\1.\\n0.197\\r\tМ\t?\t1";
     }
     void egn()
     {
