@@ -108,12 +108,19 @@ int main(int argc, char **argv)
     if (wantsNoWindow(arguments))
         return runWithoutWindow(argc, argv, parser);
 
+    // The folder's name is judged before the window's application starts, so that a refusal needs
+    // no display. Qt's own options (-platform ...) are unknown to this first reading: its verdict
+    // on the command line waits for process() below.
+    (void)parser.parse(arguments);
+    QTextStream err(stderr);
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("velmorata: "));
+    if (!paths)
+        return 2;
+
     QApplication app(argc, argv);
     nameApplication();
     parser.process(app);
     if (!parser.positionalArguments().isEmpty())
         return refuseUnknownCommand(parser.positionalArguments().first());
-    QTextStream err(stderr);
-    const auto paths = dataFolderOf(parser, err, QStringLiteral("velmorata: "));
-    return paths ? runDesktop(*paths) : 2;
+    return runDesktop(*paths);
 }
