@@ -2,8 +2,8 @@
 #include "base/ui/PrintRenderer.h"
 #include "maintenance/JetReader.h"
 #include "shell/cli/Command.h"
+#include "shell/cli/DataFolderOption.h"
 #include "shell/ui/Desktop.h"
-#include "store/DataPaths.h"
 #include "store/Log.h"
 #include "store/PrivateFolder.h"
 
@@ -108,17 +108,23 @@ int main(int argc, char **argv)
         + commandList());
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder (default: %1).")
-                                                                     .arg(store::DataPaths::defaultFolder()),
-                                     QStringLiteral("DIR"));
-    parser.addOption(dataDir);
+    parser.addOption(dataFolderOption());
     if (wantsNoWindow(arguments))
         return runWithoutWindow(argc, argv, parser);
+
+    // The folder's name is judged before the window's application starts, so that a refusal needs
+    // no display. Qt's own options (-platform ...) are unknown to this first reading: its verdict
+    // on the command line waits for process() below.
+    (void)parser.parse(arguments);
+    QTextStream err(stderr);
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("velmorata: "));
+    if (!paths)
+        return 2;
 
     QApplication app(argc, argv);
     nameApplication();
     parser.process(app);
     if (!parser.positionalArguments().isEmpty())
         return refuseUnknownCommand(parser.positionalArguments().first());
-    return runDesktop(parser.isSet(dataDir) ? parser.value(dataDir) : store::DataPaths::defaultFolder());
+    return runDesktop(*paths);
 }

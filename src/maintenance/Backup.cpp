@@ -90,7 +90,11 @@ Result<BackupReport> copyInto(const QString &clinicPath, const QString &part)
     using Failed = Result<BackupReport>;
     Result<BackupReport> copied = Failed::failure(QString());
     {
-        EngineFile source(clinicPath, EngineFile::Mode::ReadOnly);
+        // Opened for writing though only read: the last connection to close a database of the
+        // write-ahead log removes the log and its index, unless it was opened read-only, which
+        // would leave both behind in the data folder. The engine reads a write-protected file
+        // read-only all the same.
+        EngineFile source(clinicPath, EngineFile::Mode::ReadWrite);
         EngineFile copy(part, EngineFile::Mode::ReadWrite);
         if (!source.isOpen() || !source.readWholeFileFast())
             return Failed::failure(cannotRead(source, source.errorText()));

@@ -70,6 +70,11 @@ int EgnCheckDigit(const QString &egn)
 
 bool EgnCheckDigitBad(const QString &egn) { return numberAt(egn, 10, 1) != EgnCheckDigit(egn); }
 
+bool EgnNotTenDigits(const QString &egn)
+{
+    return egn.size() != 10 || !std::all_of(egn.begin(), egn.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
 QString EgnBirthDateText(const QString &egn)
 {
     const qint64 monthCode = numberAt(egn, 3, 2);

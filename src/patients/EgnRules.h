@@ -18,6 +18,9 @@ bool EgnMonthBad(const QString &egn);
 bool EgnCheckDigitBad(const QString &egn);
 // The check digit that the first nine characters call for.
 int EgnCheckDigit(const QString &egn);
+// True when the number is not ten digits. The tests above read a blank or a letter as a digit
+// and a missing character as 0, so such a number can pass them all; the card refuses it.
+bool EgnNotTenDigits(const QString &egn);
 
 // The birth date as text day.month.year, e.g. "12.5.2005" for 0545120006, "01.01.1975".
 QString EgnBirthDateText(const QString &egn);

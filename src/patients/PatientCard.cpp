@@ -8,8 +8,6 @@
 
 #include <QSqlError>
 
-#include <algorithm>
-
 namespace patientcard {
 namespace {
 
@@ -36,11 +34,6 @@ QVariant fieldValue(const CardData &card, const QString &field)
 {
     const QString value = card.fields.value(field);
     return field == DataR ? storedRegistrationDate(value) : store::textOrNull(value);
-}
-
-bool allDigits(const QString &egn)
-{
-    return std::all_of(egn.begin(), egn.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
 QString firstRuleHead(const QString &egn)
@@ -218,7 +211,7 @@ QString numberRefusal(const QString &typed)
         return egnmessages::withNumber(head, egn);
     // The rules read a blank or a letter as a digit, and a missing tenth digit as 0: nine digits
     // whose check digit is 0 pass them. Neither is a number to file a patient under.
-    if (egn.size() != 10 || !allDigits(egn))
+    if (EgnNotTenDigits(egn))
         return egnmessages::withNumber(egnmessages::InvalidLength, egn);
     return {};
 }

@@ -9,7 +9,7 @@ namespace {
 // The faults of a number by the rules a card applies, all of them, as one text.
 QString EgnFaults(const QString &egn)
 {
-    if (egn.size() != 10)
+    if (EgnNotTenDigits(egn))
         return egnmessages::InvalidLength;
     QStringList faults;
     if (EgnDateBad(egn))

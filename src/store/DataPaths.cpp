@@ -7,6 +7,8 @@ namespace store {
 
 DataPaths DataPaths::inFolder(const QString &folder)
 {
+    if (namesNoFolder(folder))
+        return {};
     const QDir dir(folder);
     const QString absolute = dir.absolutePath();
     return {absolute, dir.absoluteFilePath(QStringLiteral("velmorata.db")),
@@ -20,5 +22,7 @@ QString DataPaths::defaultFolder()
         base = QDir::homePath() + QStringLiteral("/.local/share");
     return base + QStringLiteral("/velmorata");
 }
+
+bool DataPaths::namesNoFolder(const QString &folder) { return folder.trimmed().isEmpty(); }
 
 } // namespace store

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <sys/stat.h>
 
@@ -20,9 +21,30 @@ Tightening tighten(const QString &path, mode_t privateMode)
     return ::chmod(name.constData(), privateMode) == 0 ? Tightening::Tightened : Tightening::Failed;
 }
 
+// A name of the folder without the journal's ending an engine puts after a database's name.
+QString databaseOf(const QString &name)
+{
+    for (const QLatin1String ending : {QLatin1String("-wal"), QLatin1String("-shm"), QLatin1String("-journal")})
+        if (name.endsWith(ending))
+            return name.chopped(ending.size());
+    return name;
+}
+
 } // namespace
 
 void makeNewFilesPrivate() { ::umask(077); }
+
+bool isOwnFileName(const QString &name)
+{
+    // velmorata.lock and velmorata.log; the three databases; a database built under a temporary
+    // name beside its own, or an archive staged there by a restore (XXXXXX of a temporary file);
+    // the copy a restore keeps of the database it replaced, numbered when two fall in one second.
+    static const QRegularExpression own(
+        QStringLiteral("^(?:velmorata\\.(?:lock|log)"
+                       "|(?:velmorata|data|temp)\\.db(?:\\.(?:building|part)-[A-Za-z0-9]{6})?"
+                       "|velmorata-before-restore-[0-9]{8}-[0-9]{6}(?:-[0-9]+)?\\.db)$"));
+    return own.match(databaseOf(name)).hasMatch();
+}
 
 QString tightenFolder(const QString &folder)
 {
@@ -34,7 +56,8 @@ QString tightenFolder(const QString &folder)
     };
     count(tighten(folder, 0700));
     for (const QString &file : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System))
-        count(tighten(QDir(folder).absoluteFilePath(file), 0600));
+        if (isOwnFileName(file))
+            count(tighten(QDir(folder).absoluteFilePath(file), 0600));
     if (failed)
         return QStringLiteral("Достъпът до папката с данните %1 не може да се ограничи само до собственика; "
                               "проверете собственика и правата на папката и файловете в нея.")

@@ -134,8 +134,17 @@ bool isEmptyFile(const QString &path)
     return file.exists() && file.isFile() && file.size() == 0;
 }
 
+StoreOpening refusedWithoutPractice(const DataPaths &paths)
+{
+    return StoreOpening::refused(QStringLiteral("В папката %1 няма данни на практика (файлът velmorata.db липсва). "
+                                                "Проверете името на папката с данните и опитайте отново.")
+                                     .arg(paths.folder));
+}
+
 StoreOpening openClinic(const DataPaths &paths, const OpenOptions &options)
 {
+    if (options.practiceMustExist && !QFileInfo::exists(paths.clinicDb))
+        return refusedWithoutPractice(paths);
     if (isEmptyFile(paths.clinicDb) && !options.emptyClinicFileIsNew)
         return StoreOpening::emptyClinicFile(
             QStringLiteral("Файлът %1 е празен (0 байта): така изглежда неуспешно копиране или възстановяване "
@@ -219,6 +228,8 @@ const DataPaths &paths() { return openedPaths(); }
 StoreOpening lockFolder(const DataPaths &paths)
 {
     closeStore();
+    if (paths.folder.isEmpty())
+        return StoreOpening::refused(QStringLiteral("Не е дадено името на папката с данните."));
     makeNewFilesPrivate();
     openedPaths() = paths;
     return takeFolder(paths.folder);
@@ -226,6 +237,9 @@ StoreOpening lockFolder(const DataPaths &paths)
 
 StoreOpening openStore(const DataPaths &paths, const OpenOptions &options)
 {
+    // Checked before the folder is taken as well, since taking it makes the folder and the lock.
+    if (options.practiceMustExist && !paths.folder.isEmpty() && !QFileInfo::exists(paths.clinicDb))
+        return refusedWithoutPractice(paths);
     if (auto taken = lockFolder(paths); !taken)
         return taken;
     auto opened = openFiles(paths, options);

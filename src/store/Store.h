@@ -43,10 +43,15 @@ struct OpenOptions final
     // Set when the file was checked whole a moment ago (a restore checks its copy before it
     // puts it in place): the start-up check would only read it all again.
     bool alreadyChecked = false;
+    // Set by the work that needs a practice that is there already (the reports, the prints, the
+    // upkeep): a folder without velmorata.db, a mistyped name most likely, is refused naming it,
+    // and nothing is made there, not even the folder. Left unset, such a folder gets a new practice.
+    bool practiceMustExist = false;
 };
 
 // Opens velmorata.db and data.db of the folder under ConnectMain and ConnectData for the
-// whole run. First the folder is made if need be (private to its owner) and its lock taken;
+// whole run. Paths of no folder (an empty name) are refused. First the folder is made if need
+// be (private to its owner) and its lock taken;
 // a second program on the folder is refused. A missing file is created whole with its schema
 // and reference rows, or not at all; a file that is no database of this program, lacks
 // tables, or fails the integrity check is refused with a message naming the file. Nothing
@@ -70,6 +75,7 @@ Outcome checkClinicTables(const QSqlDatabase &db, const QString &shownAs = {});
 
 // Takes the folder's lock without opening any file, for work that must replace a clinic file
 // which may not open at all (a restore over a damaged file). closeStore gives the lock back.
+// Paths of no folder are refused.
 StoreOpening lockFolder(const DataPaths &paths);
 // Whether this process holds the lock of the folder opened last.
 bool holdsFolder();

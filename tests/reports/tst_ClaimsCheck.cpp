@@ -171,6 +171,8 @@ private slots:
         QTest::newRow("good") << good << 1 << QStringList{};
         QTest::newRow("check digit") << badDigit << 1 << QStringList{"EGN"};
         QTest::newRow("nine characters") << good.left(9) << 1 << QStringList{"EGN"};
+        QTest::newRow("letter O for a zero")
+            << QString(good).replace(2, 1, u'O') << 1 << QStringList{"EGN", "NO-BIRTH-DATE"};
         QTest::newRow("no card") << good << 0 << QStringList{"NO-CARD"};
         QTest::newRow("card without the date") << good << 2 << QStringList{"NO-BIRTH-DATE"};
         QTest::newRow("number naming no day") << noDate << 1 << QStringList{"NO-BIRTH-DATE"};

@@ -9,18 +9,23 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-void start(QProcess &process, const QStringList &arguments, const QByteArray &input = {})
+void start(QProcess &process, const QStringList &arguments, const QByteArray &input = {},
+           const QString &workingFolder = {})
 {
+    process.setWorkingDirectory(workingFolder);
     process.start(qEnvironmentVariable("VELMORATA_BINARY"), arguments);
     process.write(input);
     process.closeWriteChannel();
@@ -39,10 +44,10 @@ CommandRun finish(QProcess &process, int limit = 120000)
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-CommandRun velmorata(const QStringList &arguments, const QByteArray &input = {})
+CommandRun velmorata(const QStringList &arguments, const QByteArray &input = {}, const QString &workingFolder = {})
 {
     QProcess process;
-    start(process, arguments, input);
+    start(process, arguments, input, workingFolder);
     return finish(process);
 }
 
@@ -77,6 +82,29 @@ CommandRun addDoctor(const QString &folder, const QStringList &options, const QB
 
 const QString Printed = u"2223945198"_s;
 
+const QStringList Period{u"--doctor"_s, u"2201234567"_s, u"--from"_s, u"01.03.2026"_s, u"--to"_s, u"31.03.2026"_s};
+
+int modeOf(const QString &path)
+{
+    struct stat info {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 0777) : -1;
+}
+
+QStringList entriesOf(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+// A file of the user's own, readable by others as such files are.
+void writeUsersFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("the user's own\n") < 0)
+        qFatal("cannot write %s", qPrintable(path));
+    file.close();
+    ::chmod(QFile::encodeName(path).constData(), 0644);
+}
+
 } // namespace
 
 class TestCommandLine final : public QObject
@@ -87,11 +115,15 @@ private slots:
     {
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("line");
-        QTest::newRow("good") << "7501012347" << "7501012347\t0\t0\t0\t01.01.1975\tМ\t1";
-        QTest::newRow("turns eighteen today") << "0843150004" << "0843150004\t0\t0\t1\t15.3.2008\tМ\t0";
-        QTest::newRow("no birth date") << "7501000000" << "7501000000\t0\t0\t1\t00.01.1975\tМ\t?";
-        QTest::newRow("tab inside, one escaped line") << "75010\t12347" << "75010\\t12347\t0\t0\t0\t0\\t.01.1975\tЖ\t?";
-        QTest::newRow("line break and backslash") << "7\r\n0\\1" << "7\\r\\n0\\\\1\t0\t0\t1\t\\\\1.\\n0.197\\r\tМ\t?";
+        QTest::newRow("good") << "7501012347" << "7501012347\t0\t0\t0\t01.01.1975\tМ\t1\t0";
+        QTest::newRow("turns eighteen today") << "0843150004" << "0843150004\t0\t0\t1\t15.3.2008\tМ\t0\t0";
+        QTest::newRow("no birth date") << "7501000000" << "7501000000\t0\t0\t1\t00.01.1975\tМ\t?\t0";
+        // The three tests read a letter as 0 and pass these; the card refuses them.
+        QTest::newRow("letter O for zeros") << "85O1O11234" << "85O1O11234\t0\t0\t0\tO1.O1.1985\tЖ\t?\t1";
+        QTest::newRow("nine digits, missing tenth read as 0") << "750101100" << "750101100\t0\t0\t0\t01.01.1975\tМ\t1\t1";
+        QTest::newRow("eleven digits") << "75010123470" << "75010123470\t0\t0\t0\t01.01.1975\tМ\t1\t1";
+        QTest::newRow("tab inside, one escaped line") << "75010\t12347" << "75010\\t12347\t0\t0\t0\t0\\t.01.1975\tЖ\t?\t1";
+        QTest::newRow("line break and backslash") << "7\r\n0\\1" << "7\\r\\n0\\\\1\t0\t0\t1\t\\\\1.\\n0.197\\r\tМ\t?\t1";
     }
     void egn()
     {
@@ -155,6 +187,7 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("PKod,Tawn,Obsh,Obl,ZK,ZdRn\n1000,a,b,c,22,01\n\"1001,a\n");
         file.close();
+        QCOMPARE(addDoctor(folder.path(), Doctor, "секрет1\nсекрет1\n").exitCode, 0);
         const CommandRun result = velmorata({u"import-postcodes"_s, u"--data-dir"_s, folder.path(), csv});
         QCOMPARE(result.exitCode, 1);
         QVERIFY2(result.err.contains(u"ред 3"_s), qPrintable(result.err));
@@ -184,15 +217,90 @@ private slots:
         }
     }
 
+    // The folder holds health data and is tightened; a file of the user's own in it is not ours to touch.
     void aWiderFolderIsMadePrivateWithOneLine()
     {
         QTemporaryDir dir;
         QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
+        writeUsersFile(dir.filePath(u"notes.txt"_s));
         const CommandRun made = demo(dir.path(), u"1"_s);
         QCOMPARE(made.exitCode, 0);
         QCOMPARE(made.err.count(u'\n'), 1);
         QVERIFY2(made.err.contains(dir.path()), qPrintable(made.err));
-        QCOMPARE(QFileInfo(dir.path()).permissions(), QFileDevice::Permissions(0x7700));
+        QCOMPARE(modeOf(dir.path()), 0700);
+        QCOMPARE(modeOf(dir.filePath(u"velmorata.db"_s)), 0600);
+        QCOMPARE(modeOf(dir.filePath(u"notes.txt"_s)), 0644);
+    }
+
+    // An empty --data-dir is a fault of the command line, never the current folder: the window
+    // and every command refuse it, and the folder they were started in is left as it was.
+    void anEmptyDataFolderIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("window") << QStringList{"--data-dir", ""};
+        QTest::newRow("window, --data-dir=") << QStringList{"--data-dir="};
+        QTest::newRow("demo") << QStringList{"demo", "--data-dir", ""};
+        QTest::newRow("doctor add") << QStringList{"doctor", "add", "--data-dir", ""} + Doctor;
+        QTest::newRow("report") << QStringList{"report", "activity", "--data-dir", ""} + Period;
+        QTest::newRow("print") << QStringList{"print", "record", "--data-dir", "", "--egn", "7501012347", "--pdf", "r.pdf"};
+        QTest::newRow("accounting") << QStringList{"accounting", "--data-dir", ""} + Period.mid(2);
+        QTest::newRow("backup") << QStringList{"backup", "--data-dir", "", "copy.arh"};
+        QTest::newRow("restore") << QStringList{"restore", "--data-dir", "", "notes.txt"};
+        QTest::newRow("repair") << QStringList{"repair", "--data-dir", ""};
+        QTest::newRow("clean-out") << QStringList{"clean-out", "--data-dir", "", "--doctor", "1", "--yes"};
+        QTest::newRow("import-zoks") << QStringList{"import-zoks", "--data-dir", "", "--doctor", "1", "notes.txt"};
+        QTest::newRow("import-postcodes") << QStringList{"import-postcodes", "--data-dir", "", "notes.txt"};
+        QTest::newRow("import-legacy") << QStringList{"import-legacy", "--data-dir", "", "--from", "."};
+    }
+    void anEmptyDataFolderIsRefused()
+    {
+        QFETCH(QStringList, arguments);
+        QTemporaryDir dir;
+        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
+        writeUsersFile(dir.filePath(u"notes.txt"_s));
+        const CommandRun run = velmorata(arguments, "секрет1\nсекрет1\n", dir.path());
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"--data-dir"_s), qPrintable(run.err));
+        QVERIFY(run.out.isEmpty());
+        QCOMPARE(entriesOf(dir.path()), QStringList{u"notes.txt"_s});
+        QCOMPARE(modeOf(dir.path()), 0755);
+        QCOMPARE(modeOf(dir.filePath(u"notes.txt"_s)), 0644);
+    }
+
+    // A folder that holds no practice, a mistyped --data-dir most likely, is refused by every
+    // command that needs one, naming it; nothing is made: not the folder, not a file, not the lock.
+    void aFolderWithoutAPracticeIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("report") << QStringList{"report", "activity"} + Period << 1;
+        QTest::newRow("report as PDF") << QStringList{"report", "summary", "--pdf", "r.pdf"} + Period << 1;
+        QTest::newRow("XML report") << QStringList{"report", "xml", "--out", "r.xml"} + Period << 1;
+        QTest::newRow("claims check") << QStringList{"report", "check"} + Period << 2;
+        QTest::newRow("print") << QStringList{"print", "record", "--egn", "7501012347", "--pdf", "r.pdf"} << 1;
+        QTest::newRow("accounting") << QStringList{"accounting"} + Period.mid(2) << 1;
+        QTest::newRow("accounting, booking") << QStringList{"accounting", "--book", "1"} + Period.mid(2) << 1;
+        QTest::newRow("backup") << QStringList{"backup", "copy.arh"} << 1;
+        QTest::newRow("repair") << QStringList{"repair"} << 1;
+        QTest::newRow("repair, dry run") << QStringList{"repair", "--dry-run"} << 1;
+        QTest::newRow("clean-out") << QStringList{"clean-out", "--doctor", "1", "--yes"} << 1;
+        QTest::newRow("import-zoks") << QStringList{"import-zoks", "--doctor", "1", "zoks.mdb"} << 1;
+        QTest::newRow("import-postcodes") << QStringList{"import-postcodes", "codes.csv"} << 1;
+    }
+    void aFolderWithoutAPracticeIsRefused()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QTemporaryDir dir;
+        const QString empty = dir.filePath(u"empty"_s);
+        QVERIFY(QDir().mkpath(empty));
+        for (const QString &folder : {dir.filePath(u"mistyped"_s), empty}) {
+            const CommandRun run = velmorata(arguments + QStringList{u"--data-dir"_s, folder}, {}, dir.path());
+            QCOMPARE(run.exitCode, exitCode);
+            QVERIFY2(run.err.contains(folder), qPrintable(run.err));
+        }
+        QCOMPARE(entriesOf(dir.path()), QStringList{u"empty"_s});
+        QCOMPARE(entriesOf(empty), QStringList());
     }
 
     void anEmptyClinicFileIsNotTakenForANewPractice()
@@ -208,14 +316,47 @@ private slots:
         QCOMPARE(QFileInfo(clinic).size(), 0);
     }
 
+    // Runs that only read leave the folder as they found it: no log of the engine's, no index of
+    // it, no scratch file. (The engine leaves its log behind when the last connection to close
+    // was opened read-only.)
+    void readingRunsLeaveTheFolderAsTheyFoundIt_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const QStringList march{u"--from"_s, u"01.10.2026"_s, u"--to"_s, u"31.10.2026"_s};
+        QTest::newRow("report") << QStringList{"report", "activity", "--doctor", "DOCTOR"} + march;
+        QTest::newRow("report as PDF") << QStringList{"report", "summary", "--doctor", "DOCTOR", "--pdf", "OUTSIDE/r.pdf"} + march;
+        QTest::newRow("claims check") << QStringList{"report", "check", "--doctor", "DOCTOR", "--today", "20.11.2026"} + march;
+        QTest::newRow("print") << QStringList{"print", "record", "--egn", "PATIENT", "--pdf", "OUTSIDE/r.pdf"};
+        QTest::newRow("accounting") << QStringList{"accounting"} + march;
+        QTest::newRow("backup") << QStringList{"backup", "OUTSIDE/copy.arh"};
+        QTest::newRow("repair, dry run") << QStringList{"repair", "--dry-run"};
+    }
+    void readingRunsLeaveTheFolderAsTheyFoundIt()
+    {
+        QFETCH(QStringList, arguments);
+        const QString folder = m_demo.filePath(u"practice"_s);
+        if (!QFile::exists(folder))
+            QCOMPARE(demo(folder, u"3"_s).exitCode, 0);
+        const QStringList before = entriesOf(folder);
+        QVERIFY2(!before.contains(u"velmorata.db-wal"_s), qPrintable(before.join(u' ')));
+        const QString doctor = column(folder, u"SELECT KodMedic FROM Medic ORDER BY ID"_s).value(0);
+        const QString patient = column(folder, u"SELECT EGN FROM Pacients ORDER BY ID"_s).value(0);
+        QTemporaryDir outside;
+        arguments.replaceInStrings(u"DOCTOR"_s, doctor).replaceInStrings(u"PATIENT"_s, patient)
+            .replaceInStrings(u"OUTSIDE"_s, outside.path());
+        const CommandRun run = velmorata(arguments + QStringList{u"--data-dir"_s, folder});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        QCOMPARE(entriesOf(folder), before);
+    }
+
     // velmorata doctor add: the code read twice from standard input when that is no terminal.
     void doctorAdd()
     {
         QTemporaryDir folder;
         const CommandRun run = addDoctor(folder.path(), Doctor, "секрет1\nсекрет1\n");
         QVERIFY2(run.exitCode == 0, qPrintable(run.err));
-        QCOMPARE(run.out.count(u'\n'), 1);
-        QVERIFY(run.out.contains(u"Мария Петрова"_s));
+        QCOMPARE(run.out.section(u'\n', 0, 0), u"New practice in "_s + folder.path()); // the first doctor starts it
+        QVERIFY(run.out.section(u'\n', 1).contains(u"Мария Петрова"_s));
         QVERIFY(run.err.isEmpty());
         QCOMPARE(column(folder.path(), u"SELECT Names || '/' || KodMedic FROM Medic"_s),
                  QStringList{u"Мария Петрова/2201234567"_s});
@@ -296,6 +437,7 @@ private slots:
 
 private:
     QTemporaryDir m_printed; // one practice for every print
+    QTemporaryDir m_demo;    // one practice for every run that only reads
 };
 
 QTEST_MAIN(TestCommandLine)

@@ -1,9 +1,12 @@
 #include "Rows.h"
 #include "TestPractice.h"
 
+#include "maintenance/BackupFiles.h"
+#include "maintenance/Restore.h"
 #include "store/InstanceLock.h"
 #include "store/Log.h"
 #include "store/NewDatabaseFile.h"
+#include "store/PrivateFolder.h"
 #include "store/Schema.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"
@@ -300,6 +303,9 @@ private slots:
         store::closeStore();
         ::chmod(QFile::encodeName(paths.folder).constData(), 0755);
         ::chmod(QFile::encodeName(paths.clinicDb).constData(), 0644);
+        const QString notes = QDir(paths.folder).filePath(QStringLiteral("notes.txt")); // the user's own
+        writeFile(notes, "not ours");
+        ::chmod(QFile::encodeName(notes).constData(), 0644);
         QStringList notices;
         store::setNoticeSink([&notices](const QString &text) { notices << text; });
         QVERIFY(store::openStore(paths).ok());
@@ -310,7 +316,71 @@ private slots:
         QVERIFY(notices.first().contains(paths.folder));
         QCOMPARE(modeOf(paths.folder), 0700);
         QCOMPARE(modeOf(paths.clinicDb), 0600);
+        QCOMPARE(modeOf(notes), 0644);
         QVERIFY(readFile(store::logFilePath(paths.folder)).contains(notices.first().toUtf8()));
+    }
+
+    // Only the program's own files are made private: the names it makes, and none of a user's.
+    void ownFilesAreKnownByName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("own");
+        for (const char *name : {"velmorata.db", "data.db-wal", "temp.db-shm", "velmorata.db-journal", "velmorata.lock",
+                                 "velmorata.log", "velmorata.db.part-a1B2c3", "data.db.building-Zz9Yy8-journal",
+                                 "velmorata-before-restore-20260315-101500.db",
+                                 "velmorata-before-restore-20260315-101500-2.db-wal"})
+            QTest::newRow(name) << QString::fromLatin1(name) << true;
+        for (const char *name : {"notes.txt", "AnnualPackage.csv", "velmorata.db.bak", "old-velmorata.db", "data.db-wal2",
+                                 "velmorata.db.part-toolong1", "velmorata-before-restore-yesterday.db", "Velmorata.db"})
+            QTest::newRow(name) << QString::fromLatin1(name) << false;
+    }
+    void ownFilesAreKnownByName()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, own);
+        QCOMPARE(store::isOwnFileName(name), own);
+    }
+
+    // The names as the program's own makers make them, so that a new maker is not left out.
+    void theMakersNamesAreOwn()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QStringList made{QFileInfo(restore::safetyCopyName(dir.path(), QDateTime(QDate(2026, 3, 15), QTime(10, 15)))).fileName()};
+        writeFile(dir.filePath(made.first()), {});
+        made << QFileInfo(restore::safetyCopyName(dir.path(), QDateTime(QDate(2026, 3, 15), QTime(10, 15)))).fileName();
+        made << QFileInfo(backupfiles::reserveSiblingName(paths.clinicDb)).fileName();
+        QVERIFY(store::createDatabaseFile(paths.scratchDb, [&](const QSqlDatabase &db) {
+                    store::run(db, QStringLiteral("CREATE TABLE Mine (A TEXT)"));
+                    made << QDir(dir.path()).entryList({QStringLiteral("temp.db.*")}, QDir::Files);
+                }).ok());
+        QVERIFY(store::openStore(paths).ok());
+        made << QDir(dir.path()).entryList(QDir::Files);
+        QVERIFY(made.size() > 8);
+        for (const QString &name : made)
+            QVERIFY2(store::isOwnFileName(name), qPrintable(name));
+    }
+
+    // A folder named with nothing, or one that holds no practice where one must be, is refused
+    // and nothing is made: not the folder, not a file, not the lock.
+    void noFolderAndNoPracticeAreRefused()
+    {
+        QCOMPARE(store::DataPaths::inFolder(QStringLiteral(" ")).folder, QString());
+        QVERIFY(!store::openStore(store::DataPaths::inFolder(QString())).ok());
+        QVERIFY(!store::lockFolder(store::DataPaths::inFolder(QString())).ok());
+        QVERIFY(!store::holdsFolder());
+
+        QTemporaryDir dir;
+        const QString missing = dir.filePath(QStringLiteral("mistyped"));
+        for (const QString &folder : {missing, dir.path()}) {
+            const auto refused = store::openStore(store::DataPaths::inFolder(folder), {.practiceMustExist = true});
+            QVERIFY2(!refused.ok() && refused.error().contains(folder), qPrintable(refused.error()));
+        }
+        QVERIFY(!QFileInfo::exists(missing));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        QVERIFY(store::openStore(store::DataPaths::inFolder(dir.path())).ok());
+        store::closeStore();
+        QVERIFY(store::openStore(store::DataPaths::inFolder(dir.path()), {.practiceMustExist = true}).ok());
     }
 
     void engineErrorsAreToldInBulgarianAndLogged()

@@ -1,8 +1,8 @@
 #include "shell/cli/AccountingCommand.h"
 
 #include "admin/Accounting.h"
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
-#include "store/DataPaths.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -62,8 +62,7 @@ int AccountingCommand::execute(const QStringList &arguments, QTextStream &out, Q
                        "sums Всичко, Заведени, Оставащи; --book and --unbook set the mark of a line by its ID first."));
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-         store::DataPaths::defaultFolder()},
+        dataFolderOption(),
         {QStringLiteral("from"), QStringLiteral("The first day of the period."), QStringLiteral("DD.MM.YYYY")},
         {QStringLiteral("to"), QStringLiteral("The last day of the period."), QStringLiteral("DD.MM.YYYY")},
         {Book, QStringLiteral("Book the line with this ID (may be repeated)."), QStringLiteral("ID")},
@@ -86,8 +85,11 @@ int AccountingCommand::execute(const QStringList &arguments, QTextStream &out, Q
         err << "accounting: \"" << bad << "\" is no line ID" << Qt::endl;
         return 2;
     }
-    if (const auto opened = store::openStore(store::DataPaths::inFolder(parser.value(QStringLiteral("data-dir"))));
-        !opened) {
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("accounting: "));
+    if (!paths)
+        return 2;
+    // Marks are set only on lines of a practice: a folder without one is refused, booking or not.
+    if (const auto opened = store::openStore(*paths, {.practiceMustExist = true}); !opened) {
         err << "accounting: " << oneLine(opened.error()) << Qt::endl;
         return 1;
     }

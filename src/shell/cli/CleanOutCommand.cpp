@@ -38,7 +38,7 @@ QString CleanOutCommand::usageError(const QCommandLineParser &parser) const
 int CleanOutCommand::run(const QCommandLineParser &parser, const store::DataPaths &paths, QTextStream &out,
                          QTextStream &err)
 {
-    if (auto opened = store::openStore(paths); !opened)
+    if (auto opened = store::openStore(paths, {.practiceMustExist = true}); !opened)
         return fail(err, opened.error());
     const QString code = parser.value(Doctor);
     const auto doctor = cleanout::doctorWithCode(code);

@@ -1,10 +1,10 @@
 #include "shell/cli/DemoCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
 #include "maintenance/DemoPractice.h"
 #include "store/Dates.h"
-#include "store/DataPaths.h"
 #include "store/Store.h"
 
 #include <QCommandLineParser>
@@ -51,8 +51,6 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Fills an empty data folder with an invented practice."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-                                     store::DataPaths::defaultFolder());
     const QCommandLineOption doctors(QStringLiteral("doctors"), QStringLiteral("Number of doctors, 1 to 100 (2, or one for every 1,000 patients)."),
                                      QStringLiteral("D"));
     const QCommandLineOption patients(QStringLiteral("patients"), QStringLiteral("Number of patients, 0 to 2,000,000 (300)."), QStringLiteral("N"));
@@ -63,11 +61,14 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
     const QCommandLineOption faults(QStringLiteral("faults"),
                                     QStringLiteral("Also make a few faults on purpose, in the last full month before today, "
                                                    "for the claims check (report check) to find."));
-    parser.addOptions({dataDir, doctors, patients, years, seed, today, faults});
+    parser.addOptions({dataFolderOption(), doctors, patients, years, seed, today, faults});
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("demo: ")))
         return *ended;
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("demo: "));
+    if (!paths)
+        return 2;
     DemoOptions options;
-    options.folder = parser.value(dataDir);
+    options.folder = paths->folder;
     qint64 doctorCount = 0, patientCount = options.patients, yearCount = options.years, seedValue = options.seed;
     if (!readCount(parser, doctors, 1, DemoOptions::MaxDoctors, doctorCount, err)
         || !readCount(parser, patients, 0, DemoOptions::MaxPatients, patientCount, err)
@@ -99,7 +100,7 @@ int DemoCommand::execute(const QStringList &arguments, QTextStream &out, QTextSt
         err << "demo: " << summary.error() << Qt::endl;
         return 1;
     }
-    out << "Data folder: " << store::DataPaths::inFolder(options.folder).folder << '\n';
+    out << "Data folder: " << paths->folder << '\n';
     out << "Patients: " << summary->patients << ", service lines: " << summary->serviceLines << '\n';
     out << "Doctors (name, practice code, access code):\n";
     for (const DemoDoctor &doctor : summary->doctors)

@@ -1,12 +1,13 @@
 #include "shell/cli/DoctorCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
 #include "admin/Doctors.h"
-#include "store/DataPaths.h"
 #include "store/Store.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 #include <iostream>
 #include <string>
@@ -80,15 +81,13 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
         QStringLiteral("doctor add: enters one more doctor. The access code (at least 6 characters) is asked twice\n"
                        "without echo; from a pipe or file it is read as the first two lines of standard input."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."),
-                                     QStringLiteral("DIR"), store::DataPaths::defaultFolder());
     const QCommandLineOption names(QStringLiteral("name"), QStringLiteral("The doctor's names."),
                                    QStringLiteral("NAMES"));
     const QCommandLineOption number(QStringLiteral("number"), QStringLiteral("The doctor's number (EGN)."),
                                     QStringLiteral("EGN"));
     const QCommandLineOption practice(QStringLiteral("practice"), QStringLiteral("The practice code."),
                                       QStringLiteral("KOD"));
-    parser.addOptions({dataDir, names, number, practice});
+    parser.addOptions({dataFolderOption(), names, number, practice});
     parser.addPositionalArgument(QStringLiteral("add"), QStringLiteral("The one action: add a doctor."));
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("doctor: ")))
         return *ended;
@@ -96,6 +95,9 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
         err << "doctor: the one action is \"add\"" << Qt::endl;
         return 2;
     }
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("doctor: "));
+    if (!paths)
+        return 2;
     doctors::DoctorEntry entry{parser.value(names), parser.value(number), parser.value(practice), {}};
     const auto code = m_readCode(QStringLiteral("Код за достъп: "));
     const auto repeated = code ? m_readCode(QStringLiteral("Повторете кода за достъп: ")) : std::nullopt;
@@ -109,7 +111,10 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
         err << "doctor: " << QStringLiteral("Кодът за достъп не е потвърден, опитайте отново!") << Qt::endl;
         return 1;
     }
-    if (auto opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir))); !opened) {
+    // Like the first-doctor form of the window, the first doctor starts the practice; a folder
+    // that held none is named, so that a mistyped one is seen at once.
+    const bool startsPractice = !QFileInfo::exists(paths->clinicDb);
+    if (auto opened = store::openStore(*paths); !opened) {
         err << "doctor: " << opened.error() << Qt::endl;
         return 1;
     }
@@ -119,6 +124,8 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
         err << "doctor: " << added.error() << Qt::endl;
         return 1;
     }
+    if (startsPractice)
+        out << "New practice in " << paths->folder << Qt::endl;
     out << "Doctor added: " << entry.names << ", practice code " << entry.practiceCode << Qt::endl;
     return 0;
 }

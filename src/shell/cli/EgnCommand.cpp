@@ -14,8 +14,9 @@ QString EgnCommand::describe(const QString &egn, const QDate &today)
     const auto flag = [](bool fault) { return fault ? QStringLiteral("1") : QStringLiteral("0"); };
     const std::optional<bool> over = EgnOverEighteen(egn, today);
     const QString adult = over ? flag(*over) : QStringLiteral("?");
+    // The number fault comes last, so that the columns a script reads keep their places.
     QStringList fields{egn, flag(EgnDateBad(egn)), flag(EgnMonthBad(egn)), flag(EgnCheckDigitBad(egn)),
-                       EgnBirthDateText(egn), EgnSex(egn), adult};
+                       EgnBirthDateText(egn), EgnSex(egn), adult, flag(EgnNotTenDigits(egn))};
     for (QString &field : fields)
         field = escapeField(field);
     return fields.join(u'\t');
@@ -26,7 +27,8 @@ int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStr
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "For each NUMBER prints: number, date fault, month fault, check digit fault (0/1), birth date text,\n"
-        "sex (М/Ж), over eighteen (1/0, ? when the number names no birth date), separated by tabs."));
+        "sex (М/Ж), over eighteen (1/0, ? when the number names no birth date), and number fault (1 when\n"
+        "it is not ten digits, which the card refuses whatever the three tests say), separated by tabs."));
     parser.addHelpOption();
     const QCommandLineOption todayOption(QStringLiteral("today"), QStringLiteral("The day to judge the age on."),
                                          QStringLiteral("DD.MM.YYYY"));

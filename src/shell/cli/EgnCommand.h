@@ -5,7 +5,8 @@
 #include <QDate>
 
 // velmorata egn [--today DD.MM.YYYY] NUMBER...: one line per number with the verdicts of the
-// three tests, the birth date text, the sex and the over-eighteen answer, separated by tabs.
+// three tests, the birth date text, the sex, the over-eighteen answer and whether the number is
+// not ten digits (a letter O for a zero passes the three tests), separated by tabs.
 // A tab, carriage return, line feed or backslash inside a field is written \t, \r, \n, \\.
 class EgnCommand final : public Command
 {

@@ -1,9 +1,9 @@
 #include "shell/cli/ImportLegacyCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
 #include "maintenance/LegacyTakeover.h"
-#include "store/DataPaths.h"
 
 #include <QCommandLineParser>
 
@@ -17,20 +17,21 @@ int ImportLegacyCommand::execute(const QStringList &arguments, QTextStream &out,
         "the EGN rules are taken and listed. The fund's prices stay those of this version.\n"
         "With --dry-run nothing is written: the lines say what would be taken and refused."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The new data folder."),
-                                     QStringLiteral("DIR"), store::DataPaths::defaultFolder());
     const QCommandLineOption from(QStringLiteral("from"), QStringLiteral("The folder of velmorata.mdb and data.mdb."),
                                   QStringLiteral("DIR"));
     const QCommandLineOption dryRun(QStringLiteral("dry-run"), QStringLiteral("Report only; write nothing."));
-    parser.addOptions({dataDir, from, dryRun});
+    parser.addOptions({dataFolderOption(QStringLiteral("The new data folder")), from, dryRun});
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-legacy: ")))
         return *ended;
     if (!parser.isSet(from) || !parser.positionalArguments().isEmpty()) {
         err << "import-legacy: give --from DIR and nothing else" << Qt::endl;
         return 2;
     }
-    const auto plan = parser.isSet(dryRun) ? legacy::tryTakeOver(parser.value(from), parser.value(dataDir))
-                                           : legacy::takeOverOldPractice(parser.value(from), parser.value(dataDir));
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("import-legacy: "));
+    if (!paths)
+        return 2;
+    const auto plan = parser.isSet(dryRun) ? legacy::tryTakeOver(parser.value(from), paths->folder)
+                                           : legacy::takeOverOldPractice(parser.value(from), paths->folder);
     if (!plan) {
         err << "import-legacy: " << plan.error() << Qt::endl;
         return 1;

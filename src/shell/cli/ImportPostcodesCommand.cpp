@@ -1,8 +1,8 @@
 #include "shell/cli/ImportPostcodesCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
-#include "store/DataPaths.h"
 #include "store/ReferenceData.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -23,9 +23,7 @@ int ImportPostcodesCommand::execute(const QStringList &arguments, QTextStream &o
         "post code, or a NUL byte is refused naming the line.\n"
         "Nothing changes unless every line of the file is good."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-                                     store::DataPaths::defaultFolder());
-    parser.addOption(dataDir);
+    parser.addOption(dataFolderOption());
     parser.addPositionalArgument(QStringLiteral("FILE.csv"), QStringLiteral("The post code list."));
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-postcodes: ")))
         return *ended;
@@ -33,7 +31,11 @@ int ImportPostcodesCommand::execute(const QStringList &arguments, QTextStream &o
         err << "import-postcodes: give exactly one CSV file" << Qt::endl;
         return 2;
     }
-    if (auto opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir))); !opened) {
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("import-postcodes: "));
+    if (!paths)
+        return 2;
+    // The list belongs to a practice: one is started by the window, demo, doctor add or import-legacy.
+    if (auto opened = store::openStore(*paths, {.practiceMustExist = true}); !opened) {
         err << "import-postcodes: " << opened.error() << Qt::endl;
         return 1;
     }

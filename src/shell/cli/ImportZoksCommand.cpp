@@ -1,9 +1,9 @@
 #include "shell/cli/ImportZoksCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
 #include "maintenance/ZoksImport.h"
-#include "store/DataPaths.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -30,11 +30,9 @@ int ImportZoksCommand::execute(const QStringList &arguments, QTextStream &out, Q
         "address or settlement in the source is left out and named. Nothing changes when the file\n"
         "lacks a table or a patient lacks a number, name or date."));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-                                     store::DataPaths::defaultFolder());
     const QCommandLineOption doctor(QStringLiteral("doctor"), QStringLiteral("KodMedic of the doctor who keeps them."),
                                     QStringLiteral("KOD"));
-    parser.addOptions({dataDir, doctor});
+    parser.addOptions({dataFolderOption(), doctor});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The ZOKS database."));
     if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("import-zoks: ")))
         return *ended;
@@ -42,7 +40,11 @@ int ImportZoksCommand::execute(const QStringList &arguments, QTextStream &out, Q
         err << "import-zoks: give --doctor KOD and exactly one file" << Qt::endl;
         return 2;
     }
-    if (auto opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir))); !opened) {
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("import-zoks: "));
+    if (!paths)
+        return 2;
+    // The patients go to a doctor of a practice that is there: a new one would have no doctor.
+    if (auto opened = store::openStore(*paths, {.practiceMustExist = true}); !opened) {
         err << "import-zoks: " << opened.error() << Qt::endl;
         return 1;
     }

@@ -1,5 +1,6 @@
 #include "shell/cli/MaintenanceCommand.h"
 
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
 int MaintenanceCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
@@ -7,9 +8,7 @@ int MaintenanceCommand::execute(const QStringList &arguments, QTextStream &out, 
     QCommandLineParser parser;
     parser.setApplicationDescription(description());
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."),
-                                     QStringLiteral("DIR"), store::DataPaths::defaultFolder());
-    parser.addOption(dataDir);
+    parser.addOption(dataFolderOption());
     addArguments(parser);
     if (const auto ended = parseArguments(parser, arguments, out, err, name() + QStringLiteral(": ")))
         return *ended;
@@ -20,7 +19,8 @@ int MaintenanceCommand::execute(const QStringList &arguments, QTextStream &out, 
         err << name() << ": " << wrong << Qt::endl;
         return 2;
     }
-    return run(parser, store::DataPaths::inFolder(parser.value(dataDir)), out, err);
+    const auto paths = dataFolderOf(parser, err, name() + QStringLiteral(": "));
+    return paths ? run(parser, *paths, out, err) : 2;
 }
 
 int MaintenanceCommand::fail(QTextStream &err, const QString &message) const

@@ -1,6 +1,6 @@
 #include "shell/cli/PrintCommand.h"
 
-#include "store/DataPaths.h"
+#include "shell/cli/DataFolderOption.h"
 #include "store/Store.h"
 
 namespace {
@@ -51,10 +51,8 @@ int PrintCommand::execute(const QStringList &arguments, QTextStream &out, QTextS
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Renders %1 to a PDF file.").arg(form->summary));
     parser.addHelpOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-                                     store::DataPaths::defaultFolder());
     const QCommandLineOption pdf(QStringLiteral("pdf"), QStringLiteral("The PDF file to write."), QStringLiteral("FILE"));
-    parser.addOptions({dataDir, pdf});
+    parser.addOptions({dataFolderOption(), pdf});
     parser.addOptions(form->options);
     if (!parser.parse(arguments.mid(1))) {
         err << "print " << form->name << ": " << parser.errorText() << Qt::endl;
@@ -68,7 +66,10 @@ int PrintCommand::execute(const QStringList &arguments, QTextStream &out, QTextS
         err << "print " << form->name << ": --" << missing << " is required" << Qt::endl;
         return 2;
     }
-    const store::StoreOpening opened = store::openStore(store::DataPaths::inFolder(parser.value(dataDir)));
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("print %1: ").arg(form->name));
+    if (!paths)
+        return 2;
+    const store::StoreOpening opened = store::openStore(*paths, {.practiceMustExist = true});
     if (!opened) {
         err << "print " << form->name << ": " << opened.error() << Qt::endl;
         return 1;

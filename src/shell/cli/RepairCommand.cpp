@@ -35,7 +35,7 @@ void RepairCommand::addArguments(QCommandLineParser &parser) const
 int RepairCommand::run(const QCommandLineParser &parser, const store::DataPaths &paths, QTextStream &out,
                        QTextStream &err)
 {
-    if (auto opened = store::openStore(paths); !opened)
+    if (auto opened = store::openStore(paths, {.practiceMustExist = true}); !opened)
         return fail(err, opened.error());
     const bool dryRun = parser.isSet(DryRun);
     const auto repaired = repair::RepairDatabase(dryRun ? repair::Mode::DryRun : repair::Mode::Write);

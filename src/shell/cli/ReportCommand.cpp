@@ -7,9 +7,10 @@
 #include "reports/ClaimsCheckPage.h"
 #include "reports/PrintedReports.h"
 #include "reports/StomatologyXml.h"
+#include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
-#include "store/DataPaths.h"
 #include "store/Dates.h"
+#include "store/Scratch.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 
@@ -124,7 +125,9 @@ private:
         if (!built->isEmpty())
             m_err << "report: " << oneLine(built->message()) << Qt::endl;
         const int code = m_parser.isSet(QStringLiteral("pdf")) ? writePdf(period) : writeLines(period);
-        (void)reports::CloseReport(kind); // the scratch file holds nothing that is not derived
+        // The scratch file is the run's own and holds nothing that is not derived: it goes with the
+        // run, as it goes when the window closes, so that a report leaves the folder as it found it.
+        store::DeleteScratchFile();
         return code;
     }
 
@@ -209,8 +212,7 @@ int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QText
     parser.setApplicationDescription(usage());
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("data-dir"), QStringLiteral("The data folder."), QStringLiteral("DIR"),
-         store::DataPaths::defaultFolder()},
+        dataFolderOption(),
         {QStringLiteral("doctor"), QStringLiteral("The doctor's practice code (KodMedic)."), QStringLiteral("KOD")},
         {QStringLiteral("from"), QStringLiteral("The first day of the period."), QStringLiteral("DD.MM.YYYY")},
         {QStringLiteral("to"), QStringLiteral("The last day of the period."), QStringLiteral("DD.MM.YYYY")},
@@ -235,7 +237,10 @@ int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QText
         err << "report " << kindName << ": " << oneLine(entry.message) << Qt::endl;
         return 2;
     }
-    const store::StoreOpening opened = store::openStore(store::DataPaths::inFolder(parser.value(QStringLiteral("data-dir"))));
+    const auto paths = dataFolderOf(parser, err, QStringLiteral("report %1: ").arg(kindName));
+    if (!paths)
+        return 2;
+    const store::StoreOpening opened = store::openStore(*paths, {.practiceMustExist = true});
     if (!opened) {
         err << "report " << kindName << ": " << oneLine(opened.error()) << Qt::endl;
         return check ? 2 : 1;

@@ -38,11 +38,10 @@ bool signInAtStart()
     return Password::signIn();
 }
 
-int runDesktop(const QString &dataFolder)
+int runDesktop(const store::DataPaths &paths)
 {
     static WidgetDialogs windows;
     setDialogPort(&windows);
-    const store::DataPaths paths = store::DataPaths::inFolder(dataFolder);
     initRunState(paths);
 
     Splash splash;

@@ -10,7 +10,7 @@ struct DataPaths;
 
 // The windowed program on a data folder: the splash, the store with the folder's lock, the
 // doctor check and the main window. Returns the process exit code.
-int runDesktop(const QString &dataFolder);
+int runDesktop(const store::DataPaths &paths);
 
 // Opens the store of the data folder, which takes the folder's lock. An empty clinic file is
 // set up as a new practice only when the user says so. Fails with the message to show, among
