@@ -349,7 +349,10 @@ private slots:
         QStringList made{QFileInfo(restore::safetyCopyName(dir.path(), QDateTime(QDate(2026, 3, 15), QTime(10, 15)))).fileName()};
         writeFile(dir.filePath(made.first()), {});
         made << QFileInfo(restore::safetyCopyName(dir.path(), QDateTime(QDate(2026, 3, 15), QTime(10, 15)))).fileName();
-        made << QFileInfo(backupfiles::reserveSiblingName(paths.clinicDb)).fileName();
+        {
+            const backupfiles::PartFile part(paths.clinicDb);
+            made << QFileInfo(part.path()).fileName();
+        }
         QVERIFY(store::createDatabaseFile(paths.scratchDb, [&](const QSqlDatabase &db) {
                     store::run(db, QStringLiteral("CREATE TABLE Mine (A TEXT)"));
                     made << QDir(dir.path()).entryList({QStringLiteral("temp.db.*")}, QDir::Files);
