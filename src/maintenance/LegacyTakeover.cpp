@@ -147,8 +147,9 @@ Result<Plan> tryTakeOver(const QString &fromFolder, const QString &dataFolder)
         return plan;
     bool occupied = false;
     {
+        // Opened for writing though it only reads: the last connection of a read-only opening
+        // cannot fold the write-ahead log away and would leave it beside the file.
         QSqlDatabase clinic = store::addConnection(clinicFile, TargetClinic);
-        clinic.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
         try {
             occupied = clinic.open() && holdsPractice(clinic);
         } catch (const store::SqlError &) {

@@ -101,6 +101,13 @@ private slots:
         QCOMPARE(plan->refused(), 0);
         QVERIFY(plan->taken() > 400);
         QVERIFY(!QDir(folder).exists());
+
+        // A folder with an empty practice is looked into and left as it was found.
+        QVERIFY(store::openStore(store::DataPaths::inFolder(folder)).ok());
+        store::closeStore();
+        const QStringList before = QDir(folder).entryList(QDir::Files);
+        QVERIFY(legacy::tryTakeOver(from(), folder).ok());
+        QCOMPARE(QDir(folder).entryList(QDir::Files), before);
     }
 
     void refusesADamagedPracticeWhole_data()
