@@ -1,4 +1,5 @@
 #include "Version.h"
+#include "base/QtTranslations.h"
 #include "base/ui/PrintRenderer.h"
 #include "maintenance/JetReader.h"
 #include "shell/cli/Command.h"
@@ -123,6 +124,7 @@ int main(int argc, char **argv)
 
     QApplication app(argc, argv);
     nameApplication();
+    installQtTranslations(app);
     parser.process(app);
     if (!parser.positionalArguments().isEmpty())
         return refuseUnknownCommand(parser.positionalArguments().first());

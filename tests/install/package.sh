@@ -22,7 +22,7 @@ for file in ./usr/bin/velmorata ./usr/share/velmorata/help/index.html ./usr/shar
 done
 
 depends=$(dpkg-deb -f "$deb" Depends)
-for package in libqt6widgets6 libqt6sql6 libqt6sql6-sqlite libsodium23 fonts-dejavu-core libmdb3; do
+for package in libqt6widgets6 libqt6sql6 libqt6sql6-sqlite libsodium23 fonts-dejavu-core libmdb3 qt6-translations-l10n; do
   grep -qE "(^|, )$package( |,|$)" <<< "$depends" || fail "Depends lacks $package: $depends"
 done
 # Each output is read whole before it is searched: under pipefail, grep -q leaving early would

@@ -1,6 +1,7 @@
 // Which menu item runs which command. An item that is not wired here stays on the menu,
 // disabled, until its screen is part of the program.
 #include "shell/ui/frmMain.h"
+#include "shell/ui/WindowHelp.h"
 
 #include "admin/ui/Cenoraz.h"
 #include "admin/ui/Grafic.h"
@@ -17,21 +18,6 @@
 #include <QAction>
 #include <QMenu>
 
-namespace {
-
-// An item the system's own menu does not have, placed in a menu right after `before`.
-void insertItem(QMenu *menu, QAction *before, const QString &name, const QString &caption, QWidget *owner,
-                std::function<void()> command)
-{
-    const QList<QAction *> items = menu->actions();
-    const qsizetype after = items.indexOf(before) + 1;
-    auto *item = new QAction(caption, menu);
-    item->setObjectName(name);
-    menu->insertAction(after < items.size() ? items.at(after) : nullptr, item);
-    QObject::connect(item, &QAction::triggered, owner, std::move(command));
-}
-
-} // namespace
 
 void frmMain::connectCommands()
 {
@@ -43,13 +29,11 @@ void frmMain::connectCommands()
     // The take-over of an earlier edition's practice stands after "Зареждане на данни", beside the
     // other way of bringing data in.
     insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgOpen")),
-               QStringLiteral("mnuSlgLegacy"), QStringLiteral("Пренасяне от стара версия"), this,
-               [this] { legacyscreen::TakeOverOldPractice(this); });
+               {"mnuSlgLegacy", "Пренасяне от стара версия", 62}, [this] { legacyscreen::TakeOverOldPractice(this); });
     // "Осчетоводяване" leads to the XML report, as it always has; the accounting form that
     // marks a period's lines one by one gets its own item below it.
     insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgSchet")),
-               QStringLiteral("mnuSlgSchetForm"), QStringLiteral("Осчетоводяване по услуги"), this,
-               [this] { reportsui::openAccountingPeriod(this); });
+               {"mnuSlgSchetForm", "Осчетоводяване по услуги", 63}, [this] { reportsui::openAccountingPeriod(this); });
     wire(QStringLiteral("mnuOtchetWork"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Activity); });
     wire(QStringLiteral("mnuOtMat"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Materials); });
     wire(QStringLiteral("mnuOtchetWorkGod"),
@@ -58,8 +42,7 @@ void frmMain::connectCommands()
     QMenu *reportsMenu = action(QStringLiteral("mnuOtcet"))->menu();
     const QList<QAction *> reportItems = reportsMenu->actions();
     insertItem(reportsMenu, reportItems.at(reportItems.indexOf(action(QStringLiteral("mnuOtchetExportXML"))) - 1),
-               QStringLiteral("mnuOtCheck"), QStringLiteral("Проверка преди отчета"), this,
-               [this] { reportsui::openClaimsCheckPeriod(this); });
+               {"mnuOtCheck", "Проверка преди отчета", 58}, [this] { reportsui::openClaimsCheckPeriod(this); });
     wire(QStringLiteral("mnuOtchetExportXML"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml); });
     wire(QStringLiteral("mnuOtSpecif"),
          [this] { reportsui::openReportPeriod(this, reports::ReportKind::Specification); });
@@ -114,6 +97,22 @@ void frmMain::wire(const QString &name, std::function<void()> command)
 {
     QAction *item = action(name);
     Q_ASSERT(item);
+    // Noted first: F1 in a file dialog or question of the command finds the item's page.
+    connect(item, &QAction::triggered, this,
+            [this, item] { m_windowHelp->noteWork(item->property("helpContext").toInt()); });
     connect(item, &QAction::triggered, this, std::move(command));
     m_wired.insert(name);
+}
+
+// An item the system's own menu does not have, placed in a menu right after `before`.
+void frmMain::insertItem(QMenu *menu, QAction *before, const AddedItem &added, std::function<void()> command)
+{
+    const QList<QAction *> items = menu->actions();
+    const qsizetype after = items.indexOf(before) + 1;
+    auto *item = new QAction(QString::fromUtf8(added.caption), menu);
+    item->setObjectName(QString::fromLatin1(added.name));
+    item->setProperty("helpContext", added.helpContext);
+    menu->insertAction(after < items.size() ? items.at(after) : nullptr, item);
+    m_actions.insert(item->objectName(), item);
+    wire(item->objectName(), std::move(command));
 }

@@ -9,11 +9,13 @@
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/PlainMessage.h"
 #include "shell/ui/TimeDay.h"
+#include "shell/ui/WindowHelp.h"
 #include "base/ui/WindowPlacement.h"
 #include "store/Scratch.h"
 #include "treatment/Minutes.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -42,6 +44,8 @@ frmMain::frmMain(const QString &helpFolder, QWidget *parent)
     setWindowTitle(QStringLiteral("Велмората"));
     setWindowIcon(QIcon(QStringLiteral(":/src/shell/ui/icons/Velmorata.png")));
     setContextMenuPolicy(Qt::PreventContextMenu);
+    m_windowHelp = new WindowHelp([this](int context) { showHelp(context); }, this);
+    qApp->installEventFilter(m_windowHelp);
     buildMenu();
     connectCommands();
     applyStartStates();

@@ -9,7 +9,9 @@
 class ChangePassword;
 class KartonAdd;
 class HelpWindow;
+class QMenu;
 class QToolBar;
+class WindowHelp;
 class TimeDay;
 
 // The main window: caption with version and doctor, the whole menu, the toolbar, the clock
@@ -48,6 +50,13 @@ private:
     void connectCommands();
     // Connects an item to its command and, unless its start state keeps it disabled, enables it.
     void wire(const QString &name, std::function<void()> command);
+    struct AddedItem final
+    {
+        const char *name;
+        const char *caption;
+        int helpContext;
+    };
+    void insertItem(QMenu *menu, QAction *before, const AddedItem &added, std::function<void()> command);
     // The name search for a purpose (1 correction, 2 treatment, 3 inquiry).
     void openSearch(int purpose);
     // MainPrints.cpp: the patient's record of the inquiry, the diary page of a chosen day.
@@ -73,6 +82,7 @@ private:
     QToolBar *m_toolBar = nullptr;
     TimeDay *m_timeDay = nullptr;
     HelpWindow *m_help = nullptr;
+    WindowHelp *m_windowHelp = nullptr;
     ChangePassword *m_changePassword = nullptr; // kept, only hidden between openings
     QString m_shownMinutesFailure;
 };
