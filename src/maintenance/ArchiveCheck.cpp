@@ -1,6 +1,7 @@
 #include "maintenance/ArchiveCheck.h"
 
 #include "maintenance/BackupFiles.h"
+#include "store/EngineFile.h"
 #include "store/Log.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
@@ -13,7 +14,7 @@
 namespace restore {
 namespace {
 
-using backupfiles::SideConnection;
+using store::SideConnection;
 using Checked = Result<PracticeSize>;
 
 // Bytes 18 and 19 of the header are the file format's write and read versions: 1 for the
@@ -59,24 +60,6 @@ QStringList tablesWithOtherColumns(const QSqlDatabase &db)
     return differing;
 }
 
-enum class Writing { Taken, Refused, DiskFull };
-
-// A write that begins and is rolled back: the engine refuses it on a file it would open
-// read-only, whatever the reason, and on a disk without room for its journal.
-Writing tryWrite(const QSqlDatabase &db)
-{
-    constexpr int diskFull = 13; // SQLITE_FULL
-    try {
-        store::run(db, QStringLiteral("BEGIN IMMEDIATE"));
-        store::run(db, QStringLiteral("CREATE TABLE velmorata_write_probe (x)"));
-        store::run(db, QStringLiteral("ROLLBACK"));
-        return Writing::Taken;
-    } catch (const store::SqlError &error) {
-        QSqlQuery(db).exec(QStringLiteral("ROLLBACK"));
-        return (error.code() & 0xff) == diskFull ? Writing::DiskFull : Writing::Refused;
-    }
-}
-
 PracticeSize countRows(const QSqlDatabase &db)
 {
     return {store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Pacients")).toLongLong(),
@@ -91,11 +74,11 @@ Checked checkLayout(const QSqlDatabase &db, const QString &archive)
         return Checked::failure(
             refusedArchive(archive, QStringLiteral("колоните на таблиците %1 не са тези на програмата.")
                                         .arg(differing.join(QStringLiteral(", ")))));
-    const Writing writing = tryWrite(db);
-    if (writing == Writing::DiskFull)
+    const store::WriteProbe writing = store::probeWrite(db);
+    if (writing == store::WriteProbe::DiskFull)
         return Checked::failure(backupfiles::diskFullMessage(QFileInfo(db.databaseName()).absolutePath()) +
                                 QStringLiteral(" Базата данни не е променена."));
-    if (writing == Writing::Refused || !backupfiles::leaveWriteAheadLog(db))
+    if (writing == store::WriteProbe::Refused || !store::leaveWriteAheadLog(db))
         return Checked::failure(refusedArchive(archive, QStringLiteral("не може да се отвори за запис.")));
     return Checked::success(countRows(db));
 }
@@ -122,7 +105,7 @@ Checked CheckArchiveCopy(const QString &staged, const QString &archive)
     SideConnection copy(staged, SideConnection::Mode::ReadWrite);
     if (!copy.open())
         return Checked::failure(refusedArchive(archive, QStringLiteral("не може да се отвори като база данни.")));
-    const QString verdict = backupfiles::integrityVerdict(copy.db());
+    const QString verdict = store::integrityVerdict(copy.db());
     if (verdict != QStringLiteral("ok")) {
         store::writeLog(QFileInfo(staged).absolutePath(), archive + QStringLiteral(": integrity_check: ") + verdict);
         return Checked::failure(refusedArchive(archive, damaged));

@@ -1,19 +1,18 @@
 #include "maintenance/Backup.h"
 
 #include "maintenance/BackupFiles.h"
+#include "store/EngineFile.h"
 #include "store/Log.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-#include <sqlite3.h>
 
 #include <cerrno>
 
 namespace backup {
 namespace {
 
-using backupfiles::EngineFile;
+using store::EngineFile;
 
 Outcome cannotWrite(const QString &target)
 {
@@ -39,11 +38,6 @@ QString cannotRead(const EngineFile &source, const QString &engineText)
         .arg(source.path());
 }
 
-bool failedWriting(int code)
-{
-    return code == SQLITE_IOERR || code == SQLITE_READONLY || code == SQLITE_CANTOPEN;
-}
-
 // The engine's online backup copies every page of the source's read transaction in a single
 // step: one consistent state of the database, whatever the program writes meanwhile, and the
 // counts are read in the same transaction. The copy needs no journal nor syncs of its own: it is
@@ -52,37 +46,25 @@ bool failedWriting(int code)
 Result<BackupReport> copyPages(EngineFile &source, EngineFile &copy)
 {
     using Failed = Result<BackupReport>;
-    if (!copy.exec(QStringLiteral("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF")))
-        return Failed::failure(QString());
-    if (!source.exec(QStringLiteral("BEGIN")))
+    if (!source.beginReading())
         return Failed::failure(cannotRead(source, source.errorText()));
     BackupReport report;
     report.patients = source.integer(QStringLiteral("SELECT COUNT(*) FROM Pacients")).value_or(-1);
     report.serviceLines = source.integer(QStringLiteral("SELECT COUNT(*) FROM Help")).value_or(-1);
     if (report.patients < 0 || report.serviceLines < 0)
         return Failed::failure(cannotRead(source, source.errorText()));
-    sqlite3_backup *backup = sqlite3_backup_init(copy.handle(), "main", source.handle(), "main");
-    if (!backup)
-        return Failed::failure(QString());
-    const int stepped = sqlite3_backup_step(backup, -1);
-    sqlite3_backup_finish(backup);
-    if (stepped == SQLITE_DONE)
+    QString engineText;
+    switch (copy.copyPagesOf(source, engineText)) {
+    case store::CopyEnd::Done:
         return Failed::success(report);
-    if ((stepped & 0xff) == SQLITE_FULL || copy.diskWasFull())
+    case store::CopyEnd::CopyDiskFull:
         return Failed::failure(backupfiles::diskFullMessage(folderOf(copy.path())));
-    if (failedWriting(stepped & 0xff))
+    case store::CopyEnd::CopyNotWritten:
         return Failed::failure(QString());
-    return Failed::failure(cannotRead(source, QString::fromUtf8(sqlite3_errstr(stepped)) + u' ' + source.errorText()));
-}
-
-// The copy keeps the source's mark of the write-ahead log in its header; it is set back to the
-// rollback journal, so that the archive is one file that opens anywhere, also from a folder
-// where it cannot be written.
-bool markWithoutLog(const QString &part)
-{
-    constexpr qint64 versionBytes = 18; // the file format's write and read versions: 1 rollback, 2 log
-    QFile file(part);
-    return file.open(QIODevice::ReadWrite) && file.seek(versionBytes) && file.write("\x01\x01", 2) == 2;
+    case store::CopyEnd::SourceNotRead:
+        break;
+    }
+    return Failed::failure(cannotRead(source, engineText));
 }
 
 Result<BackupReport> copyInto(const QString &clinicPath, const QString &part)
@@ -102,7 +84,7 @@ Result<BackupReport> copyInto(const QString &clinicPath, const QString &part)
     }
     if (!copied)
         return copied;
-    if (!markWithoutLog(part))
+    if (!store::markWithoutWriteAheadLog(part))
         return Failed::failure(QString());
     copied.value().bytes = QFileInfo(part).size();
     return copied;
@@ -113,8 +95,7 @@ Result<BackupReport> copyInto(const QString &clinicPath, const QString &part)
 Outcome checkCopy(const QString &part, const QString &clinicPath, const QString &target)
 {
     EngineFile copy(part, EngineFile::Mode::ReadOnly);
-    const auto checked = copy.readWholeFileFast() ? copy.text(QStringLiteral("PRAGMA quick_check(1)")) : std::nullopt;
-    const QString verdict = checked.value_or(copy.errorText());
+    const QString verdict = copy.quickCheckVerdict();
     if (verdict == QStringLiteral("ok"))
         return Outcome::success();
     store::writeLog(folderOf(clinicPath), clinicPath + QStringLiteral(": backup: quick_check: ") + verdict);

@@ -1,11 +1,12 @@
 #include "maintenance/JetSqliteFile.h"
 
+#include "store/EngineFile.h"
+
 #include <QDate>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUuid>
 
 namespace jet {
 namespace {
@@ -15,30 +16,20 @@ class SqliteTables final : public TableSource
 public:
     explicit SqliteTables(QString path)
         : m_path(std::move(path))
-        , m_connection(QStringLiteral("source-") + QUuid::createUuid().toString(QUuid::WithoutBraces))
+        , m_connection(m_path, store::SideConnection::Mode::ReadOnly)
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-        db.setDatabaseName(m_path);
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-        if (db.open())
-            m_tables = db.tables();
+        if (m_connection.open())
+            m_tables = m_connection.db().tables();
     }
-    ~SqliteTables() override
-    {
-        QSqlDatabase::database(m_connection, false).close();
-        QSqlDatabase::removeDatabase(m_connection);
-    }
-    SqliteTables(const SqliteTables &) = delete;
-    SqliteTables &operator=(const SqliteTables &) = delete;
 
-    bool opened() const { return QSqlDatabase::database(m_connection, false).isOpen(); }
+    bool opened() const { return m_connection.db().isOpen(); }
     QString path() const override { return m_path; }
     QStringList tables() const override { return m_tables; }
     Result<Table> read(const QString &name) override;
 
 private:
     QString m_path;
-    QString m_connection;
+    store::SideConnection m_connection;
     QStringList m_tables;
 };
 
@@ -61,7 +52,7 @@ Result<Table> SqliteTables::read(const QString &name)
     const int found = indexOfName(m_tables, name);
     if (found < 0)
         return Result<Table>::failure(QStringLiteral("Във файла %1 липсва таблицата %2.").arg(m_path, name));
-    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    QSqlQuery query(m_connection.db());
     query.setForwardOnly(true);
     if (!query.exec(QStringLiteral("SELECT * FROM \"%1\"").arg(m_tables.at(found))))
         return Result<Table>::failure(

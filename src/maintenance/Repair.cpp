@@ -1,10 +1,10 @@
 #include "maintenance/Repair.h"
 
 #include "base/Dialogs.h"
-#include "maintenance/BackupFiles.h"
 #include "patients/EgnMessages.h"
 #include "patients/EgnRules.h"
 #include "store/Dates.h"
+#include "store/EngineFile.h"
 #include "store/Log.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -83,7 +83,7 @@ Result<RepairReport> RepairDatabase(Mode mode)
 {
     RepairReport report;
     const QSqlDatabase db = store::clinicDb();
-    report.integrity = backupfiles::integrityVerdict(db);
+    report.integrity = store::integrityVerdict(db);
     if (report.fileDamaged()) {
         store::writeLog(QFileInfo(db.databaseName()).absolutePath(),
                         db.databaseName() + QStringLiteral(": integrity_check: ") + report.integrity);

@@ -2,6 +2,7 @@
 
 #include "maintenance/ArchiveCheck.h"
 #include "maintenance/BackupFiles.h"
+#include "store/EngineFile.h"
 #include "store/Store.h"
 
 #include <QFile>
@@ -14,7 +15,7 @@ namespace restore {
 namespace {
 
 using backupfiles::PartFile;
-using backupfiles::SideConnection;
+using store::SideConnection;
 using Failed = Result<RestoreReport>;
 
 const QString Unchanged = QStringLiteral("Базата данни не е променена.");
@@ -83,8 +84,8 @@ Outcome settleCurrent(const QString &clinicPath)
     if (!anyLeft())
         return Outcome::success();
     {
-        backupfiles::EngineFile live(clinicPath, backupfiles::EngineFile::Mode::ReadWrite);
-        if (!live.exec(QStringLiteral("PRAGMA journal_mode = DELETE")) && live.diskWasFull())
+        store::EngineFile live(clinicPath, store::EngineFile::Mode::ReadWrite);
+        if (!live.leaveWriteAheadLog() && live.diskWasFull())
             return Outcome::failure(backupfiles::diskFullMessage(QFileInfo(clinicPath).absolutePath()) + u' ' +
                                     Unchanged);
     }
