@@ -78,10 +78,9 @@ Result<QList<DiaryPage>> LoadDiary(const QSqlDatabase &clinic, const QString &me
 Result<DiaryPage> AddDiaryPage(const QSqlDatabase &clinic, const QString &medicCode, const QDate &today)
 {
     try {
-        const QSqlQuery insert = store::run(clinic, QStringLiteral("INSERT INTO Grafic (KodMedic, Data) VALUES (?, ?)"),
-                                            {medicCode, dates::toIso(today)});
-        return Result<DiaryPage>::success(
-            {insert.lastInsertId().toLongLong(), dates::toTyped(today), QStringList(DiarySlotCount, QString())});
+        const qint64 id = store::insertReturningKey(
+            clinic, QStringLiteral("INSERT INTO Grafic (KodMedic, Data) VALUES (?, ?)"), {medicCode, dates::toIso(today)});
+        return Result<DiaryPage>::success({id, dates::toTyped(today), QStringList(DiarySlotCount, QString())});
     } catch (const store::SqlError &error) {
         return Result<DiaryPage>::failure(QStringLiteral("Не можах да добавя страница в графика: ") + error.message());
     }

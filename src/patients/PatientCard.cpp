@@ -72,15 +72,13 @@ void readChart(CardData &card)
 qint64 insertChart(const CardData &card, const QString &egn)
 {
     const QStringList names = store::chartFieldNames();
-    QSqlQuery insert(store::clinicDb());
-    insert.prepare(QStringLiteral("INSERT INTO Dental (EGN, %1) VALUES (?%2)")
-                       .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size())));
-    insert.addBindValue(egn);
+    QVariantList values{egn};
     for (const QString &text : card.chart)
-        insert.addBindValue(store::textOrNull(text));
-    if (!insert.exec())
-        throw store::SqlError(store::clinicDb(), insert);
-    return insert.lastInsertId().toLongLong();
+        values << store::textOrNull(text);
+    return store::insertReturningKey(store::clinicDb(),
+                                     QStringLiteral("INSERT INTO Dental (EGN, %1) VALUES (?%2)")
+                                         .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size())),
+                                     values);
 }
 
 void updateChart(const CardData &card)
@@ -117,14 +115,13 @@ qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCar
     values.insert(QStringLiteral("ZR"), store::textOrNull(stamp.postZr));
     values.insert(QStringLiteral("DataB"), storedBirthDate(egn));
     const QStringList names = values.keys();
-    QSqlQuery insert(store::clinicDb());
-    insert.prepare(QStringLiteral("INSERT INTO Pacients (%1) VALUES (?%2)")
-                       .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size() - 1)));
+    QVariantList bound;
     for (const QString &name : names)
-        insert.addBindValue(values.value(name));
-    if (!insert.exec())
-        throw store::SqlError(store::clinicDb(), insert);
-    return insert.lastInsertId().toLongLong();
+        bound << values.value(name);
+    return store::insertReturningKey(store::clinicDb(),
+                                     QStringLiteral("INSERT INTO Pacients (%1) VALUES (?%2)")
+                                         .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size() - 1)),
+                                     bound);
 }
 
 // The card as it now stands in the store, built from what was written rather than read back:

@@ -1,5 +1,6 @@
 #include "store/EngineFile.h"
 
+#include "store/Engine.h"
 #include "store/Sql.h"
 
 #include <QAtomicInteger>
@@ -144,11 +145,7 @@ bool EngineFile::leaveWriteAheadLog() { return exec(QStringLiteral("PRAGMA journ
 QString integrityVerdict(const QSqlDatabase &db)
 {
     try {
-        // The check visits every index entry of every row: with the file mapped and a cache
-        // that holds the indexes it takes about half the time of the default cache.
-        run(db, QStringLiteral("PRAGMA mmap_size = 1073741824"));
-        run(db, QStringLiteral("PRAGMA cache_size = -262144"));
-        return scalar(db, QStringLiteral("PRAGMA integrity_check(1)")).toString();
+        return engine().fullCheck(db);
     } catch (const SqlError &error) {
         return error.engineText();
     }

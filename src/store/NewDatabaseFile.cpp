@@ -1,5 +1,6 @@
 #include "store/NewDatabaseFile.h"
 
+#include "store/Engine.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -62,7 +63,7 @@ void createSchema(const QSqlDatabase &db, const SchemaFiller &fill)
 {
     Transaction transaction(db);
     fill(db);
-    run(db, QStringLiteral("PRAGMA user_version = %1").arg(SchemaVersion));
+    engine().setSchemaVersion(db, SchemaVersion);
     transaction.commit();
 }
 

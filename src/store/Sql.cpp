@@ -1,5 +1,6 @@
 #include "store/Sql.h"
 
+#include "store/Engine.h"
 #include "store/EngineErrors.h"
 #include "store/Log.h"
 
@@ -12,10 +13,7 @@ QSqlDatabase dataDb() { return QSqlDatabase::database(ConnectData, false); }
 
 QSqlDatabase addConnection(const QString &path, const QString &connection)
 {
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-    db.setDatabaseName(path);
-    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-    return db;
+    return engine().connect(path, connection);
 }
 
 namespace {
@@ -68,6 +66,11 @@ QSqlQuery run(const QSqlDatabase &db, const QString &sql, std::initializer_list<
     return query;
 }
 
+qint64 insertReturningKey(const QSqlDatabase &db, const QString &insert, const QVariantList &values)
+{
+    return engine().insertReturningKey(db, insert, values);
+}
+
 QVariant scalar(const QSqlDatabase &db, const QString &sql, std::initializer_list<QVariant> values)
 {
     QSqlQuery query = run(db, sql, values);
@@ -77,7 +80,7 @@ QVariant scalar(const QSqlDatabase &db, const QString &sql, std::initializer_lis
 Transaction::Transaction(QSqlDatabase db)
     : m_db(std::move(db))
 {
-    run(m_db, QStringLiteral("BEGIN IMMEDIATE"));
+    run(m_db, engine().beginWrite());
     m_open = true;
 }
 

@@ -49,6 +49,8 @@ private:
 
 // Prepares `sql` on `db`, binds the values in order (positional "?"), runs it.
 QSqlQuery run(const QSqlDatabase &db, const QString &sql, std::initializer_list<QVariant> values = {});
+// Runs an INSERT as run() does and gives the new row's key, the same way on every engine.
+qint64 insertReturningKey(const QSqlDatabase &db, const QString &insert, const QVariantList &values);
 // The first column of the first row, or an invalid QVariant when there is no row.
 QVariant scalar(const QSqlDatabase &db, const QString &sql, std::initializer_list<QVariant> values = {});
 

@@ -1,5 +1,6 @@
 #include "store/Store.h"
 
+#include "store/Engine.h"
 #include "store/InstanceLock.h"
 #include "store/Log.h"
 #include "store/NewDatabaseFile.h"
@@ -30,14 +31,7 @@ std::unique_ptr<InstanceLock> &heldLock()
     return lock;
 }
 
-QStringList existingTables(const QSqlDatabase &db)
-{
-    QStringList names;
-    QSqlQuery query = run(db, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'"));
-    while (query.next())
-        names << query.value(0).toString().toLower();
-    return names;
-}
+QStringList existingTables(const QSqlDatabase &db) { return engine().tableNames(db); }
 
 void createTables(const QSqlDatabase &db, const QList<TableDef> &tables, const QStringList &indexes)
 {
@@ -52,7 +46,7 @@ Outcome checkSchema(const QSqlDatabase &db, const QString &path, const QStringLi
 {
     if (present.isEmpty())
         return Outcome::failure(QStringLiteral("Файлът %1 не съдържа данни на програмата.").arg(path));
-    const int version = scalar(db, QStringLiteral("PRAGMA user_version")).toInt();
+    const int version = engine().schemaVersion(db);
     if (version > SchemaVersion)
         return Outcome::failure(
             QStringLiteral("Базата данни %1 е от по-нова версия на програмата (%2).").arg(path).arg(version));
@@ -93,12 +87,7 @@ Outcome openFile(const QString &path, const QString &connection, const QStringLi
             db.close();
             return checked;
         }
-        run(db, QStringLiteral("PRAGMA journal_mode = WAL"));
-        run(db, QStringLiteral("PRAGMA synchronous = NORMAL"));
-        // The reports and the check read years of lines scattered over the file: mapped pages
-        // and a larger cache spare a system call for every page read.
-        run(db, QStringLiteral("PRAGMA mmap_size = 1073741824"));
-        run(db, QStringLiteral("PRAGMA cache_size = -32768"));
+        engine().tune(db);
     } catch (const SqlError &error) {
         db.close();
         return Outcome::failure(error.message());
@@ -211,7 +200,7 @@ Outcome checkClinicFile(const QSqlDatabase &db)
 {
     const QString file = db.databaseName();
     try {
-        const QString verdict = scalar(db, QStringLiteral("PRAGMA quick_check(1)")).toString();
+        const QString verdict = engine().quickCheck(db);
         if (verdict == QStringLiteral("ok"))
             return Outcome::success();
         writeLog(QFileInfo(file).absolutePath(), file + QStringLiteral(": quick_check: ") + verdict);

@@ -109,20 +109,22 @@ QString writeReferral(const QSqlDatabase &clinic, const ReferralTable &table, Re
     const auto number = TakeSheetNumber(clinic, sheet, egn, today);
     if (!number)
         return number.error();
-    QSqlQuery query(clinic);
-    query.prepare(referral.id == 0 ? insertStatement(table) : updateStatement(table));
-    query.addBindValue(egn);
-    query.addBindValue(number.value());
-    query.addBindValue(date);
+    QVariantList values{egn, number.value(), date};
     for (int i = 1; i < table.columns.size(); ++i)
-        query.addBindValue(store::textOrNull(referral.values.at(i)));
-    if (referral.id != 0)
-        query.addBindValue(referral.id);
-    if (!query.exec())
-        throw store::SqlError(clinic, query);
+        values << store::textOrNull(referral.values.at(i));
+    qint64 id = referral.id;
+    if (referral.id == 0) {
+        id = store::insertReturningKey(clinic, insertStatement(table), values);
+    } else {
+        QSqlQuery query(clinic);
+        query.prepare(updateStatement(table));
+        for (const QVariant &value : std::as_const(values) + QVariantList{referral.id})
+            query.addBindValue(value);
+        if (!query.exec())
+            throw store::SqlError(clinic, query);
+    }
     transaction.commit();
-    if (referral.id == 0)
-        referral.id = query.lastInsertId().toLongLong();
+    referral.id = id;
     referral.ListID = number.value();
     return {};
 }

@@ -142,24 +142,24 @@ QString writeLine(const QSqlDatabase &clinic, const ServiceContext &context, Ser
         return sheet.error();
     line.ListID = sheet.value();
     values[ListIdValue] = line.ListID;
-    QSqlQuery query(clinic);
     if (line.id == 0) {
-        query.prepare(QStringLiteral("INSERT INTO Help (EGN, Vid, Data, Help, KodZab, TextHelp, KodHelp, ZK, ListID, "
-                                     "KodMedic, Cena, Times) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"));
+        line.id = store::insertReturningKey(
+            clinic,
+            QStringLiteral("INSERT INTO Help (EGN, Vid, Data, Help, KodZab, TextHelp, KodHelp, ZK, ListID, KodMedic, Cena, "
+                           "Times) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
+            values);
     } else {
+        QSqlQuery query(clinic);
         query.prepare(QStringLiteral("UPDATE Help SET EGN=?, Vid=?, Data=?, Help=?, KodZab=?, TextHelp=?, KodHelp=?, "
                                      "ZK=?, ListID=?, KodMedic=?, Cena=?, Times=? WHERE ID=?"));
-    }
-    for (const QVariant &value : values)
-        query.addBindValue(value);
-    if (line.id != 0)
+        for (const QVariant &value : values)
+            query.addBindValue(value);
         query.addBindValue(line.id);
-    if (!query.exec())
-        throw store::SqlError(clinic, query);
-    if (line.id != 0 && query.numRowsAffected() != 1)
-        throw store::SqlError(QStringLiteral("редът вече го няма в базата; затворете и отворете отново прозореца"));
-    if (line.id == 0)
-        line.id = query.lastInsertId().toLongLong();
+        if (!query.exec())
+            throw store::SqlError(clinic, query);
+        if (query.numRowsAffected() != 1)
+            throw store::SqlError(QStringLiteral("редът вече го няма в базата; затворете и отворете отново прозореца"));
+    }
     transaction.commit();
     return {};
 }
