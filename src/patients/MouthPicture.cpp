@@ -3,6 +3,8 @@
 #include "patients/Chart.h"
 #include "patients/ToothOutlines.h"
 
+#include <algorithm>
+
 namespace mouth {
 namespace {
 
@@ -59,10 +61,13 @@ bool has(const chartmarks::ToothState &state, Mark mark)
 
 QRectF boundsOf(const Points &points)
 {
-    QRectF bounds(points.first(), points.first());
-    for (const QPointF &point : points)
-        bounds |= QRectF(point, point);
-    return bounds.normalized();
+    QPointF least = points.first();
+    QPointF most = points.first();
+    for (const QPointF &point : points) {
+        least = {std::min(least.x(), point.x()), std::min(least.y(), point.y())};
+        most = {std::max(most.x(), point.x()), std::max(most.y(), point.y())};
+    }
+    return {least, most};
 }
 
 // One tooth (or a legend's sample of one) being drawn: its box, which way up, and its tags.

@@ -37,6 +37,16 @@ drawing::Rgb shownColour(const drawing::Shape &shape)
     return shape.fillStyle == drawing::FillStyle::None ? shape.pen : shape.fill;
 }
 
+QRectF boundsOf(const drawing::Shape &shape)
+{
+    if (shape.points.isEmpty())
+        return shape.rect;
+    QRectF bounds(shape.points.first(), QSizeF(0, 0));
+    for (const QPointF &point : shape.points)
+        bounds = bounds.united(QRectF(point, QSizeF(1e-9, 1e-9)));
+    return bounds;
+}
+
 bool dashedOutline(const mouth::MouthPicture &picture, int field)
 {
     const auto outline = picture.drawing.tagged(toothmap::fieldName(field) + QStringLiteral(".outline"));
@@ -93,6 +103,14 @@ class TestMouthPicture final : public QObject
                 QCOMPARE(shownColour(*shape), mouth::colourOf(mark));
         }
         QVERIFY(!picture.drawing.has(toothmap::fieldName(Field) + QStringLiteral(":text")));
+        // Each finding is drawn on its own tooth, large enough to be seen.
+        const QRectF tooth = picture.teeth.at(Field - 1).box;
+        for (Mark mark : marks)
+            for (const drawing::Shape *shape : picture.drawing.tagged(tagOf(Field, mark))) {
+                const QRectF bounds = boundsOf(*shape);
+                QVERIFY2(bounds.width() + bounds.height() > 1.0, qPrintable(chartmarks::nameOf(mark)));
+                QVERIFY2(tooth.adjusted(-0.5, -0.5, 0.5, 0.5).contains(bounds), qPrintable(chartmarks::nameOf(mark)));
+            }
         QCOMPARE(!dashedOutline(picture, Field), crownDrawnWhole);
     }
 
@@ -120,6 +138,10 @@ class TestMouthPicture final : public QObject
         const auto shown = picture.drawing.tagged(toothmap::fieldName(Field) + QStringLiteral(":text"));
         QCOMPARE(shown.size(), 1);
         QCOMPARE(shown.first()->text, text);
+        QVERIFY(shown.first()->textHeight >= 2.0);
+        QVERIFY(shown.first()->rect.contains(picture.teeth.at(Field - 1).box.center().x(),
+                                             shown.first()->rect.center().y()));
+        QVERIFY(shown.first()->rect.width() >= picture.teeth.at(Field - 1).box.width());
         QVERIFY(picture.teeth.at(Field - 1).state.marks.isEmpty());
     }
 
