@@ -6,7 +6,7 @@
 //       build/libvelmorata_core.a $(pkg-config --cflags --libs Qt6Widgets Qt6Sql Qt6PrintSupport libsodium libmdb)
 //       -lsqlite3 -o /tmp/chart_shots
 //   build/velmorata demo --data-dir /tmp/demo     (see `velmorata demo --help`)
-//   QT_QPA_PLATFORM=offscreen /tmp/chart_shots /tmp/demo /tmp/shots
+//   xvfb-run -s "-screen 0 1366x768x24" /tmp/chart_shots /tmp/demo /tmp/shots   (or QT_QPA_PLATFORM=offscreen)
 //   pdftoppm -png -r 60 -f 1 -l 1 /tmp/shots/record.pdf /tmp/shots/record
 #include "Shots.h"
 #include "base/ui/PrintRenderer.h"
