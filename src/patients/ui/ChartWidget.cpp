@@ -50,7 +50,7 @@ ChartWidget::ChartWidget(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(fields);
-    layout->addWidget(m_mouth, 1, Qt::AlignTop);
+    layout->addWidget(m_mouth, 1);
     redraw();
 }
 
