@@ -76,6 +76,16 @@ PageItem digitBoxes(const QString &name, const QRectF &rect, const QString &valu
     return item;
 }
 
+PageItem picture(const QString &name, const QRectF &rect, drawing::Drawing value)
+{
+    PageItem item;
+    item.name = name;
+    item.kind = ItemKind::Picture;
+    item.rect = rect;
+    item.picture = std::make_shared<const drawing::Drawing>(std::move(value));
+    return item;
+}
+
 const PageItem *Page::item(const QString &name) const
 {
     for (const PageItem &candidate : items)

@@ -23,11 +23,15 @@
 // form's own ruling (lines, boxes, printed captions) are marked `ruling`: on the fund's
 // pre-printed paper only the data is printed.
 
+#include "base/Drawing.h"
+
 #include <QList>
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
+
+#include <memory>
 
 namespace print {
 
@@ -40,6 +44,7 @@ enum class ItemKind {
     Box,        // a ruled cell of the form
     Frame,      // a heavier outline drawn around something (a milk tooth on the chart)
     DigitBoxes, // `cells` ruled cells side by side with `text` laid one character per cell
+    Picture,    // `picture` scaled whole into `rect`
 };
 
 struct PageItem final
@@ -58,6 +63,7 @@ struct PageItem final
     int gap = 0;
     double penWidth = 0.25; // mm, for lines, boxes and frames
     bool ruling = false;    // part of the blank form rather than of the data
+    std::shared_ptr<const drawing::Drawing> picture; // Picture
 
     // The characters of a DigitBoxes item, one per cell (a blank for an empty cell).
     QString cellText(int cell) const;
@@ -72,6 +78,7 @@ PageItem line(const QString &name, const QPointF &from, const QPointF &to, doubl
 PageItem box(const QString &name, const QRectF &rect, double penWidth = 0.25);
 PageItem frame(const QString &name, const QRectF &rect, double penWidth = 0.5);
 PageItem digitBoxes(const QString &name, const QRectF &rect, const QString &value, int gap, int cells = 10);
+PageItem picture(const QString &name, const QRectF &rect, drawing::Drawing value);
 
 // One printed sheet.
 class Page final

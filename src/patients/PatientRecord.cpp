@@ -141,7 +141,7 @@ Result<PatientPrintSource> LoadPatientPrintSource(const QSqlDatabase &clinic, co
 
 RecordChart BuildRecordChart(const QStringList &chart)
 {
-    return {cells(chart, 21, 36), cells(chart, 1, 10), cells(chart, 11, 20), cells(chart, 37, 52)};
+    return {cells(chart, 21, 36), cells(chart, 1, 10), cells(chart, 11, 20), cells(chart, 37, 52), chart};
 }
 
 PatientRecord BuildPatientRecord(const PatientPrintSource &source)

@@ -85,6 +85,7 @@ struct RecordChart final
     QList<ChartCell> milkUpper;      // Z1..Z10
     QList<ChartCell> milkLower;      // Z11..Z20
     QList<ChartCell> permanentLower; // Z37..Z52
+    QStringList fields;              // Z1..Z52 as stored, for the drawn chart
 };
 RecordChart BuildRecordChart(const QStringList &chart);
 

@@ -1,5 +1,7 @@
 #include "patients/PatientRecordPage.h"
 
+#include "patients/MouthPicture.h"
+
 namespace patientrecord {
 namespace {
 
@@ -11,6 +13,8 @@ constexpr double CellWidth = 11.0;
 constexpr double CellHeight = 7.0;
 constexpr double ChartLeft = 17.0;
 constexpr double NumberHeight = 4.0;
+// The drawn mouth under the cells and their legend, centred on the page.
+constexpr double MouthWidth = 120.0;
 
 QRectF at(double x, double y, double width, double height = LineHeight) { return {x, y, width, height}; }
 
@@ -67,6 +71,17 @@ double addChartRow(print::PageDescription &form, const QList<ChartCell> &cells, 
         addCell(form, QStringLiteral("Label%1").arg(firstLabel + i), firstColumn + i, cellsTop, cells.at(i).code);
     }
     return y + NumberHeight + CellHeight + 1.0;
+}
+
+// The drawn mouth of the 52 fields from `top`; returns where it ends.
+double addMouth(print::PageDescription &form, const QStringList &fields, double top)
+{
+    mouth::MouthPicture drawn = mouth::drawMouth(fields);
+    const QSizeF size = drawn.drawing.size;
+    const double height = MouthWidth * size.height() / size.width();
+    const QRectF rect((form.size.width() - MouthWidth) / 2.0, top, MouthWidth, height);
+    form.items << print::picture(QStringLiteral("Mouth"), rect, std::move(drawn.drawing));
+    return top + height;
 }
 
 QList<ServiceColumn> recordColumns()
@@ -142,7 +157,8 @@ print::PageDescription RecordPage(const PatientRecord &record)
     y = addChartRow(form, record.chart.permanentLower, 84, 0, y, false);
     form.items << print::caption(QStringLiteral("Label34"), at(Left, y + 1, 20), QStringLiteral("Легенда"), 8.0);
     form.items << print::caption(QStringLiteral("Label35"), at(30, y + 1, Right - 30), RecordLegend(), 7.0);
-    setServiceBand(form, y + 9.0, recordColumns(), record.services);
+    y = addMouth(form, record.chart.fields, y + 8.0);
+    setServiceBand(form, y + 3.0, recordColumns(), record.services);
     return form;
 }
 

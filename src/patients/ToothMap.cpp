@@ -61,6 +61,13 @@ const QList<int> &lowerRow()
     return row;
 }
 
+int columnOf(int field)
+{
+    const Position &place = position(field);
+    const int permanent = place.milk ? place.twinField : field;
+    return int((place.upper ? upperRow() : lowerRow()).indexOf(permanent));
+}
+
 const Position *positionOfTooth(int tooth)
 {
     for (const Position &place : positions())

@@ -35,6 +35,9 @@ int toothOf(int field);
 const QList<int> &upperRow();
 const QList<int> &lowerRow();
 
+// The column (0..15) of a field in its screen row; a milk field stands in its permanent twin's.
+int columnOf(int field);
+
 // The position of an FDI tooth number ("36", "75"), or nullptr for a number that names no tooth.
 const Position *positionOfTooth(int tooth);
 

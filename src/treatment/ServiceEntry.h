@@ -31,6 +31,7 @@ struct ServiceLine final
 
 inline constexpr int ServiceColumnCount = 8;
 inline constexpr int DateColumn = 1;
+inline constexpr int KodZabColumn = 3;
 inline constexpr int KodHelpColumn = 5;
 inline constexpr int ZkColumn = 6;
 

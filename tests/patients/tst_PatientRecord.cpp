@@ -159,6 +159,34 @@ private slots:
         QVERIFY(!last.has("Label2"));                          // the head once
         QCOMPARE(last.textAt(print::rowItemName("Text5", 59)), QString("159"));
     }
+
+    // The drawn mouth stands on the first page between the cells' legend and the services, on
+    // the paper, drawn from the stored fields: milk where a milk field holds something.
+    void pageHoldsTheDrawnChart()
+    {
+        TestPractice practice;
+        const QString egn = validEgn(QDate(2016, 3, 4));
+        practice.addPatient(egn, QStringLiteral("Ана Иванова"), QStringLiteral("D1"));
+        store::run(store::clinicDb(),
+                   QStringLiteral("UPDATE Dental SET Z3 = 'C', Z26 = 'O', Z50 = 'МОСТ' WHERE EGN = ?"), {egn});
+        addLine(egn, "2026-02-01", "101", "преглед");
+        const auto record = LoadPatientRecord(store::clinicDb(), egn);
+        QVERIFY2(record.ok(), qPrintable(record.error()));
+        const print::PageDescription form = RecordPage(record.value());
+        const print::Page first = form.pages().first();
+        const print::PageItem *drawn = first.item(QStringLiteral("Mouth"));
+        QVERIFY(drawn && drawn->kind == print::ItemKind::Picture && drawn->picture);
+        QVERIFY(drawn->rect.top() >= first.item(QStringLiteral("Label35"))->rect.bottom());
+        QVERIFY(drawn->rect.bottom() <= form.band.top);
+        QVERIFY(drawn->rect.left() >= 0 && drawn->rect.right() <= form.size.width());
+        const drawing::Drawing &picture = *drawn->picture;
+        QVERIFY(picture.has(QStringLiteral("Z3:caries")) && picture.has(QStringLiteral("Z26:filling")));
+        QCOMPARE(picture.tagged(QStringLiteral("Z50:text")).first()->text, QStringLiteral("МОСТ"));
+        // Z3 holds a code: milk 53 is in the mouth and 13 faded.
+        QVERIFY(!picture.tagged(QStringLiteral("Z3.outline")).first()->dashed);
+        QVERIFY(picture.tagged(QStringLiteral("Z26.outline")).first()->dashed);
+        QCOMPARE(first.textAt(print::rowItemName("Text5", 0)), QString("101"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPatientRecord)

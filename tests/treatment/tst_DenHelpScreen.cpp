@@ -6,6 +6,7 @@
 #include "admin/ui/Grafic.h"
 #include "base/RunState.h"
 #include "store/Sql.h"
+#include "patients/ui/MouthView.h"
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/ui/DenHelp.h"
@@ -199,6 +200,36 @@ private slots:
         QTest::keyClick(grid(window), '(');
         QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
         QVERIFY(!push(window, u"cmdClose"_s)->isDefault());
+    }
+
+    // The drawn mouth shows the patient's chart; a tooth pointed at there is typed into "Код зъб"
+    // of the row being typed, and nothing is stored until Enter.
+    void pointingAtAToothTypesItsNumber()
+    {
+        TestPractice practice;
+        DenHelp *window = DenHelp::open(addPatient(practice), Name, u"Edit"_s);
+        QVERIFY(window);
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        auto *mouth = window->findChild<MouthView *>(u"Mouth"_s);
+        QVERIFY(mouth && mouth->isVisible());
+        // Z1 "*" puts milk 55 into the mouth and fades 15, whose "C" still shows; Z25 "O" under milk "K".
+        const mouth::MouthPicture &picture = mouth->picture();
+        QVERIFY(picture.teeth.at(0).present && !picture.teeth.at(23).present);
+        for (const QString &tag : {u"Z24:caries"_s, u"Z2:crown"_s, u"Z25:filling"_s, u"Z30:artificial"_s})
+            QVERIFY2(picture.drawing.has(tag), qPrintable(tag));
+
+        const int fresh = model(window)->rowCount() - 1;
+        QTest::mouseClick(mouth, Qt::LeftButton, {}, mouth->centreOf(50));
+        QCOMPARE(cell(window, fresh, 3), u"36"_s);
+        QCOMPARE(grid(window)->currentIndex(), model(window)->index(fresh, 3));
+        QVERIFY(grid(window)->hasFocus());
+        QVERIFY(push(window, u"cmdUpdate"_s)->isEnabled());
+        // Another tooth replaces it in the same row; a milk tooth gives its milk number.
+        QTest::mouseClick(mouth, Qt::LeftButton, {}, mouth->centreOf(1));
+        QCOMPARE(cell(window, fresh, 3), u"55"_s);
+        QCOMPARE(model(window)->rowCount(), fresh + 1);
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 0);
     }
 
     void shortCodeAndEnterStoreTheRow()

@@ -2,6 +2,7 @@
 
 #include "base/PrintOffsets.h"
 #include "base/PrintOutput.h"
+#include "base/ui/DrawingPainter.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -119,9 +120,9 @@ void drawDigitBoxes(QPainter &painter, const PageItem &item, const DeviceScale &
     }
 }
 
-void drawItem(QPainter &painter, const PageItem &item, const DeviceScale &scale, bool withRuling)
+void drawItem(QPainter &painter, const PageItem &item, const DeviceScale &scale, const RenderOptions &options)
 {
-    if (item.ruling && !withRuling)
+    if (item.ruling && !options.withRuling)
         return;
     switch (item.kind) {
     case ItemKind::Text:
@@ -141,7 +142,11 @@ void drawItem(QPainter &painter, const PageItem &item, const DeviceScale &scale,
         painter.drawRoundedRect(scale.rect(item.rect), scale.x(1.0), scale.y(1.0));
         break;
     case ItemKind::DigitBoxes:
-        drawDigitBoxes(painter, item, scale, withRuling);
+        drawDigitBoxes(painter, item, scale, options.withRuling);
+        break;
+    case ItemKind::Picture:
+        if (item.picture)
+            drawing::paint(painter, *item.picture, scale.rect(item.rect), options.grey);
         break;
     }
 }
@@ -188,7 +193,7 @@ Outcome render(const QList<Page> &pages, const QSizeF &sizeMm, QPagedPaintDevice
         if (n > 0)
             device.newPage();
         for (const PageItem &item : pages.at(n).shifted(options.offsetMm).items)
-            drawItem(painter, item, scale, options.withRuling);
+            drawItem(painter, item, scale, options);
     }
     painter.end();
     return Outcome::success();

@@ -24,6 +24,7 @@ struct RenderOptions final
 {
     QPointF offsetMm;       // the form's printer offset (base/PrintOffsets.h)
     bool withRuling = true; // false on the fund's pre-printed paper: the data alone
+    bool grey = false;      // pictures in the greys of a black-and-white printer
 };
 
 // One sheet of the device per page. The device takes the form's paper size, margins of none.

@@ -2,6 +2,7 @@
 
 #include "patients/ToothMap.h"
 #include "patients/ui/FocusLeaving.h"
+#include "patients/ui/MouthView.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -27,14 +28,6 @@ const QStringList LegendLines{
     QStringLiteral("коронка  изк.зъб парадонтоза фрактура             I ст.подвижост   II ст.подвижност III ст.подвижност"),
 };
 
-int columnOf(int field)
-{
-    const toothmap::Position &place = toothmap::position(field);
-    const int permanent = place.milk ? place.twinField : field;
-    const QList<int> &row = place.upper ? toothmap::upperRow() : toothmap::lowerRow();
-    return int(row.indexOf(permanent));
-}
-
 } // namespace
 
 ChartWidget::ChartWidget(QWidget *parent)
@@ -47,10 +40,17 @@ ChartWidget::ChartWidget(QWidget *parent)
     jaws->setVerticalSpacing(2);
     buildJaw(jaws, true, 0);
     buildJaw(jaws, false, 3);
-    auto *layout = new QVBoxLayout(this);
+    auto *fields = new QVBoxLayout;
+    fields->addLayout(jaws);
+    fields->addWidget(buildLegend());
+    fields->addStretch();
+    m_mouth = new MouthView(this);
+    m_mouth->setObjectName(QStringLiteral("Mouth"));
+    connect(m_mouth, &MouthView::toothClicked, this, &ChartWidget::focusTooth);
+    auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(jaws);
-    layout->addWidget(buildLegend());
+    layout->addLayout(fields);
+    layout->addWidget(m_mouth, 1);
     redraw();
 }
 
@@ -65,7 +65,10 @@ QLineEdit *ChartWidget::makeInput(int field)
                               : QStringLiteral("background: #c0c0c0; color: black;"));
     input->setToolTip(QString::number(toothmap::toothOf(field)));
     input->installEventFilter(this);
-    connect(input, &QLineEdit::textEdited, this, [this, field](const QString &text) { m_chart.setText(field, text); });
+    connect(input, &QLineEdit::textEdited, this, [this, field](const QString &text) {
+        m_chart.setText(field, text);
+        redrawMouth();
+    });
     return input;
 }
 
@@ -79,8 +82,10 @@ QWidget *ChartWidget::makeBox(int box)
     check->setObjectName(QStringLiteral("Check%1").arg(box));
     check->installEventFilter(this);
     connect(check, &QCheckBox::toggled, this, [this, box](bool on) {
-        if (!m_redrawing)
-            m_chart.setBoxOn(box, on);
+        if (m_redrawing)
+            return;
+        m_chart.setBoxOn(box, on);
+        redrawMouth();
     });
     auto *milkNumber = new QLabel(QString::number(toothmap::toothOf(toothmap::milkFieldOfBox(box))), cell);
     milkNumber->setObjectName(QStringLiteral("Label2_%1").arg(box));
@@ -108,10 +113,10 @@ void ChartWidget::buildJaw(QGridLayout *grid, bool upper, int firstRow)
     }
     const int firstBox = upper ? 1 : 11;
     for (int box = firstBox; box < firstBox + 10; ++box)
-        grid->addWidget(makeBox(box), boxRow, columnOf(toothmap::permanentFieldOfBox(box)), Qt::AlignCenter);
+        grid->addWidget(makeBox(box), boxRow, toothmap::columnOf(toothmap::permanentFieldOfBox(box)), Qt::AlignCenter);
     for (int field = 1; field <= toothmap::FieldCount; ++field)
         if (toothmap::position(field).upper == upper)
-            grid->addWidget(m_inputs.at(field - 1), inputRow, columnOf(field));
+            grid->addWidget(m_inputs.at(field - 1), inputRow, toothmap::columnOf(field));
 }
 
 QWidget *ChartWidget::buildLegend()
@@ -125,8 +130,9 @@ QWidget *ChartWidget::buildLegend()
     bold.setBold(true);
     heading->setFont(bold);
     layout->addWidget(heading);
-    auto *blocks = new QHBoxLayout;
-    blocks->setSpacing(40);
+    // The two blocks one under the other, to leave the width beside them to the drawn mouth.
+    auto *blocks = new QVBoxLayout;
+    blocks->setSpacing(6);
     for (int block = 0; block < 2; ++block) {
         auto *lines = new QVBoxLayout;
         lines->setSpacing(0);
@@ -221,4 +227,21 @@ void ChartWidget::redraw()
     for (int box = 1; box <= toothmap::BoxCount; ++box)
         m_boxes.at(box - 1)->setChecked(m_chart.boxOn(box));
     m_redrawing = false;
+    redrawMouth();
+}
+
+void ChartWidget::redrawMouth()
+{
+    mouth::MilkPlaces milk{};
+    for (int box = 1; box <= toothmap::BoxCount; ++box)
+        milk[box - 1] = m_chart.boxOn(box);
+    m_mouth->setPicture(mouth::drawMouth(m_chart.texts(), milk));
+}
+
+// Only one input of a place can be reached: a click on either tooth of it lands in that one.
+void ChartWidget::focusTooth(int field)
+{
+    const int twin = toothmap::position(field).twinField;
+    const int shown = m_chart.isShown(field) || twin == 0 ? field : twin;
+    m_inputs.at(shown - 1)->setFocus(Qt::MouseFocusReason);
 }

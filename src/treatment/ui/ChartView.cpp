@@ -1,8 +1,10 @@
 #include "treatment/ui/ChartView.h"
 
 #include "patients/ToothMap.h"
+#include "patients/ui/MouthView.h"
 
 #include <QGridLayout>
+#include <QVBoxLayout>
 #include <QLabel>
 
 namespace {
@@ -27,15 +29,27 @@ QLabel *cellLabel(int index, QWidget *parent)
 ChartView::ChartView(QWidget *parent)
     : QWidget(parent)
 {
-    auto *grid = new QGridLayout(this);
+    m_mouth = new MouthView(this);
+    m_mouth->setObjectName(QStringLiteral("Mouth"));
+    connect(m_mouth, &MouthView::toothClicked, this, &ChartView::toothClicked);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(buildCells());
+    layout->addWidget(m_mouth, 1);
+}
+
+QWidget *ChartView::buildCells()
+{
+    auto *cells = new QWidget(this);
+    auto *grid = new QGridLayout(cells);
     grid->setSpacing(2);
     grid->setContentsMargins(0, 0, 0, 0);
-    auto *upper = new QLabel(UpperCaption, this);
-    auto *lower = new QLabel(LowerCaption, this);
+    auto *upper = new QLabel(UpperCaption, cells);
+    auto *lower = new QLabel(LowerCaption, cells);
     grid->addWidget(upper, 0, 0, 1, 16);
     grid->addWidget(lower, 5, 0, 1, 16);
     for (int i = 0; i < 32; ++i) {
-        m_cells << cellLabel(i, this);
+        m_cells << cellLabel(i, cells);
         grid->addWidget(m_cells.last(), i < 16 ? 2 : 3, i % 16);
     }
     // A milk number stands beside the cell it can take over: above the upper row, below the lower.
@@ -43,7 +57,7 @@ ChartView::ChartView(QWidget *parent)
     const QList<int> &lowerRow = toothmap::lowerRow();
     for (int field = 1; field <= toothmap::BoxCount; ++field) {
         const toothmap::Position &milk = toothmap::position(field);
-        auto *label = new QLabel(QString::number(milk.tooth), this);
+        auto *label = new QLabel(QString::number(milk.tooth), cells);
         label->setObjectName(QStringLiteral("Label1_%1").arg(field - 1));
         label->setAlignment(Qt::AlignCenter);
         label->setStyleSheet(QStringLiteral("color: #a05000;"));
@@ -52,6 +66,16 @@ ChartView::ChartView(QWidget *parent)
         const bool up = upperRow.contains(milk.twinField);
         grid->addWidget(label, up ? 1 : 4, int((up ? upperRow : lowerRow).indexOf(milk.twinField)));
     }
+    return cells;
+}
+
+void ChartView::setFields(const ChartFields &fields)
+{
+    setPicture(BuildChartPicture(fields));
+    QStringList texts;
+    for (int field = 1; field <= toothmap::FieldCount; ++field)
+        texts << fields.value(toothmap::fieldName(field));
+    m_mouth->setPicture(mouth::drawMouth(texts));
 }
 
 void ChartView::setPicture(const ChartPicture &picture)

@@ -12,6 +12,7 @@
 #include "base/RunState.h"
 #include "base/UnsavedTyping.h"
 #include "store/Sql.h"
+#include "patients/ToothMap.h"
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/SheetNumbers.h"
@@ -141,15 +142,16 @@ QWidget *DenHelp::buildPatientFrame()
     notes->addWidget(m_patientRecord, 6, 0, 1, 2);
 
     m_chart = new ChartView(frame);
+    m_chart->setObjectName(QStringLiteral("Chart"));
+    connect(m_chart, &ChartView::toothClicked, this, &DenHelp::toothPointed);
     m_minutes = new QLabel(frame);
     m_minutes->setObjectName(QStringLiteral("Label6"));
     QFont bold = m_minutes->font();
     bold.setBold(true);
     m_minutes->setFont(bold);
     auto *chartColumn = new QVBoxLayout;
-    chartColumn->addWidget(m_chart);
+    chartColumn->addWidget(m_chart, 1);
     chartColumn->addWidget(m_minutes);
-    chartColumn->addStretch();
     auto *row = new QHBoxLayout(frame);
     row->addLayout(notes, 3);
     row->addLayout(chartColumn, 4);
@@ -271,7 +273,19 @@ void DenHelp::showChart()
     if (!chart)
         dialogs().information(QStringLiteral("Зъбният статус на пациента не може да се покаже.") + QChar(13)
                               + chart.error());
-    m_chart->setPicture(chart && chart.value() ? BuildChartPicture(*chart.value()) : ChartPicture{});
+    m_chart->setFields(chart && chart.value() ? *chart.value() : ChartFields{});
+}
+
+// A tooth pointed at on the drawn chart is typed into "Код зъб" of the row being typed or
+// corrected (the new row when none is), and the cursor stays there; nothing is stored.
+void DenHelp::toothPointed(int field)
+{
+    const QModelIndex current = m_grid->currentIndex();
+    const int row = current.isValid() && m_model->isEditing(current.row()) ? current.row() : m_model->rowCount() - 1;
+    const QModelIndex cell = m_model->index(row, KodZabColumn);
+    m_model->setData(cell, QString::number(toothmap::toothOf(field)), Qt::EditRole);
+    m_grid->setCurrentIndex(cell);
+    m_grid->setFocus(Qt::MouseFocusReason);
 }
 
 QString DenHelp::unsavedTyping() const

@@ -63,6 +63,7 @@ private:
     bool mayDropTyping();
     void showHeader();
     void showChart();
+    void toothPointed(int field);
     void showMinutes(int minutes);
     void beginNewRow();
     void saveCurrentRow();
