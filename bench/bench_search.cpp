@@ -45,7 +45,7 @@ void searchFor(benchmark::State &state, const QString &typed)
     qsizetype listed = 0;
     int patients = 0;
     for (auto _ : state) {
-        const auto found = namesearch::searchByFirstName(typed, doctor);
+        const auto found = namesearch::searchByFirstName(store::clinicDb(), typed, doctor);
         if (!found) {
             state.SkipWithError(qPrintable(found.error()));
             return;

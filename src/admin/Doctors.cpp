@@ -42,11 +42,11 @@ Outcome writeHashedCode(const QString &failedHeading, const QString &code, Write
 
 } // namespace
 
-Outcome addDoctor(const DoctorEntry &entry)
+Outcome addDoctor(const QSqlDatabase &clinic, const DoctorEntry &entry)
 {
     bool nameTaken = false;
     const Outcome written = writeHashedCode(QStringLiteral("Лекарят не е записан: "), entry.accessCode, [&](const QVariant &hash) {
-        const auto db = store::clinicDb();
+        const QSqlDatabase &db = clinic;
         store::Transaction transaction(db);
         nameTaken = store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Medic WHERE TRIM(Names) = ?"),
                                   {entry.names.trimmed()})
@@ -62,19 +62,19 @@ Outcome addDoctor(const DoctorEntry &entry)
     return written;
 }
 
-Result<int> doctorCount()
+Result<int> doctorCount(const QSqlDatabase &clinic)
 {
     try {
-        return Result<int>::success(store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt());
+        return Result<int>::success(store::scalar(clinic, QStringLiteral("SELECT COUNT(*) FROM Medic")).toInt());
     } catch (const store::SqlError &error) {
         return Result<int>::failure(error.message());
     }
 }
 
-Result<QStringList> doctorNames()
+Result<QStringList> doctorNames(const QSqlDatabase &clinic)
 {
     try {
-        QSqlQuery rows = store::run(store::clinicDb(), QStringLiteral("SELECT Names FROM Medic ORDER BY ID"));
+        QSqlQuery rows = store::run(clinic, QStringLiteral("SELECT Names FROM Medic ORDER BY ID"));
         QStringList names;
         while (rows.next())
             names << rows.value(0).toString();
@@ -84,13 +84,13 @@ Result<QStringList> doctorNames()
     }
 }
 
-Result<std::optional<SignInRecord>> lookUpDoctor(const QString &chosenName)
+Result<std::optional<SignInRecord>> lookUpDoctor(const QSqlDatabase &clinic, const QString &chosenName)
 {
     using Found = std::optional<SignInRecord>;
     try {
         // Names may carry blanks the user does not see, so the trimmed texts are compared here
         // rather than in SQL; the walk goes on past a match, so the later row wins.
-        QSqlQuery rows = store::run(store::clinicDb(),
+        QSqlQuery rows = store::run(clinic,
                                     QStringLiteral("SELECT Names, Password, KodMedic FROM Medic ORDER BY ID"));
         const QString wanted = chosenName.trimmed();
         Found found;
@@ -126,10 +126,10 @@ const QString SignedInRow = QStringLiteral(
 
 } // namespace
 
-Result<QString> keptCode(const SignedInDoctor &doctor)
+Result<QString> keptCode(const QSqlDatabase &clinic, const SignedInDoctor &doctor)
 {
     try {
-        const QVariant code = store::scalar(store::clinicDb(),
+        const QVariant code = store::scalar(clinic,
                                             QStringLiteral("SELECT Password FROM Medic WHERE ID = ") + SignedInRow,
                                             {doctor.names.trimmed(), doctor.kodMedic.trimmed()});
         return Result<QString>::success(code.toString().trimmed());
@@ -138,11 +138,11 @@ Result<QString> keptCode(const SignedInDoctor &doctor)
     }
 }
 
-Outcome changeCode(const SignedInDoctor &doctor, const QString &newCode)
+Outcome changeCode(const QSqlDatabase &clinic, const SignedInDoctor &doctor, const QString &newCode)
 {
     int changed = 0;
     const Outcome written = writeHashedCode(QStringLiteral("Паролата не е сменена: "), newCode, [&](const QVariant &hash) {
-        changed = store::run(store::clinicDb(), QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = ") + SignedInRow,
+        changed = store::run(clinic, QStringLiteral("UPDATE Medic SET Password = ? WHERE ID = ") + SignedInRow,
                              {hash, doctor.names.trimmed(), doctor.kodMedic.trimmed()})
                       .numRowsAffected();
     });

@@ -2,6 +2,7 @@
 
 #include "store/Result.h"
 
+#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
 
@@ -29,11 +30,11 @@ QString MedicAddCheck(const DoctorEntry &entry);
 // Stores the entry as a new row of Medic, the access code hashed. A name that a doctor already
 // bears (blanks around it not counting) is refused: at sign-in the later of two equal names
 // hides the earlier doctor for good.
-Outcome addDoctor(const DoctorEntry &entry);
+Outcome addDoctor(const QSqlDatabase &clinic, const DoctorEntry &entry);
 
-Result<int> doctorCount();
+Result<int> doctorCount(const QSqlDatabase &clinic);
 // Names of all doctors in table order, as stored.
-Result<QStringList> doctorNames();
+Result<QStringList> doctorNames(const QSqlDatabase &clinic);
 
 struct SignInRecord final
 {
@@ -43,7 +44,7 @@ struct SignInRecord final
 };
 // The doctor whose trimmed name equals the trimmed chosen name; of two with one name the later
 // row wins. nullopt when no row has that name.
-Result<std::optional<SignInRecord>> lookUpDoctor(const QString &chosenName);
+Result<std::optional<SignInRecord>> lookUpDoctor(const QSqlDatabase &clinic, const QString &chosenName);
 
 // Whether a typed code is the stored one, blanks around it not counting. An empty stored code
 // equals only an empty typed one; callers that sign in must refuse the empty code themselves.
@@ -60,8 +61,8 @@ struct SignedInDoctor final
     QString kodMedic; // CurrentMedicCode
 };
 // The stored code of the signed-in doctor; empty when the row has none or is gone.
-Result<QString> keptCode(const SignedInDoctor &doctor);
+Result<QString> keptCode(const QSqlDatabase &clinic, const SignedInDoctor &doctor);
 // Gives the signed-in doctor the new code (may be empty). Fails when no row was changed.
-Outcome changeCode(const SignedInDoctor &doctor, const QString &newCode);
+Outcome changeCode(const QSqlDatabase &clinic, const SignedInDoctor &doctor, const QString &newCode);
 
 } // namespace doctors

@@ -18,11 +18,10 @@ int deleteByPatient(const QSqlDatabase &db, const QString &table, const QString 
 
 } // namespace
 
-Result<CleanOutReport> CleanDatabase(const QString &medicCode)
+Result<CleanOutReport> CleanDatabase(const QSqlDatabase &db, const QString &medicCode)
 {
     // An empty code must compare as an empty text: bound as NULL it would match nobody.
     const QString code = medicCode.isNull() ? QStringLiteral("") : medicCode;
-    const QSqlDatabase db = store::clinicDb();
     CleanOutReport report;
     try {
         store::Transaction transaction(db);
@@ -43,10 +42,10 @@ Result<CleanOutReport> CleanDatabase(const QString &medicCode)
     return Result<CleanOutReport>::success(report);
 }
 
-Result<QString> doctorWithCode(const QString &medicCode)
+Result<QString> doctorWithCode(const QSqlDatabase &clinic, const QString &medicCode)
 {
     try {
-        const QVariant names = store::scalar(store::clinicDb(), QStringLiteral("SELECT Names FROM Medic WHERE KodMedic = ?"),
+        const QVariant names = store::scalar(clinic, QStringLiteral("SELECT Names FROM Medic WHERE KodMedic = ?"),
                                              {medicCode});
         return Result<QString>::success(names.isValid() ? names.toString() : QString());
     } catch (const store::SqlError &error) {

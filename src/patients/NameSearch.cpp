@@ -22,14 +22,14 @@ QString prefixEnd(const QString &key)
 // with white space, whose first word is found only after trimming. Each part is a range of
 // the index by doctor and name, and a row in two ranges comes once; the exact comparison is
 // made on what comes back.
-QSqlQuery candidates(const QString &key, const QString &medicCode)
+QSqlQuery candidates(const QSqlDatabase &clinic, const QString &key, const QString &medicCode)
 {
     const QString part = QStringLiteral("SELECT ID, Names, EGN FROM Pacients WHERE LKod = ? AND ");
     const QString keyPart = key.isEmpty() ? QStringLiteral("Names IS NULL") : QStringLiteral("Names >= ? AND Names < ?");
     const QString sql = part + keyPart + QStringLiteral(" UNION ") + part + QStringLiteral("Names < '!' UNION ") +
                         part + QStringLiteral("Names >= ? AND Names < ? UNION ") + part +
                         QStringLiteral("Names >= ? ORDER BY 1");
-    QSqlQuery query(store::clinicDb());
+    QSqlQuery query(clinic);
     query.setForwardOnly(true);
     query.prepare(sql);
     query.addBindValue(medicCode);
@@ -44,7 +44,7 @@ QSqlQuery candidates(const QString &key, const QString &medicCode)
     query.addBindValue(medicCode);
     query.addBindValue(QString(QChar(0x1680)));
     if (!query.exec())
-        throw store::SqlError(store::clinicDb(), query);
+        throw store::SqlError(clinic, query);
     return query;
 }
 
@@ -73,17 +73,17 @@ std::optional<Choice> decodeEntry(const QString &entry)
     return Choice{entry.left(qMax<qsizetype>(0, entry.size() - Gap)), entry.right(10)};
 }
 
-Result<Found> searchByFirstName(const QString &typed, const QString &medicCode)
+Result<Found> searchByFirstName(const QSqlDatabase &clinic, const QString &typed, const QString &medicCode)
 {
     const QString key = searchKey(typed);
     Found found;
     try {
         found.patientsOfDoctor =
-            store::scalar(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE LKod = ?"), {medicCode})
+            store::scalar(clinic, QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE LKod = ?"), {medicCode})
                 .toInt();
         if (found.patientsOfDoctor == 0)
             return Result<Found>::success(found);
-        QSqlQuery rows = candidates(key, medicCode);
+        QSqlQuery rows = candidates(clinic, key, medicCode);
         while (rows.next()) {
             const QString names = rows.value(1).toString();
             if (firstWord(names) == key)

@@ -2,6 +2,7 @@
 
 #include "store/Result.h"
 
+#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
 
@@ -34,7 +35,7 @@ struct Found final
 };
 
 // All patients of `medicCode` whose first name word equals the key of `typed` exactly.
-Result<Found> searchByFirstName(const QString &typed, const QString &medicCode);
+Result<Found> searchByFirstName(const QSqlDatabase &clinic, const QString &typed, const QString &medicCode);
 
 QString noPatientsMessage();
 QString searchDoneMessage();

@@ -61,14 +61,14 @@ private slots:
     {
         TestPractice practice;
         const QString name = QStringLiteral("д-р О'Брайън \"Зъбчо\" ");
-        QVERIFY(doctors::addDoctor(DoctorEntry{name, u"7501010000"_qs, u"2200000001"_qs, u" 654321 "_qs}).ok());
+        QVERIFY(doctors::addDoctor(store::clinicDb(), DoctorEntry{name, u"7501010000"_qs, u"2200000001"_qs, u" 654321 "_qs}).ok());
         const QStringList row = practice.row(QStringLiteral("SELECT Names, EGN, KodMedic, Password FROM Medic"));
         QCOMPARE(row.mid(0, 3), (QStringList{name, "7501010000", "2200000001"}));
         QVERIFY(!row[3].contains(u"654321"_qs));
         QVERIFY(accesscodes::matches(row[3], u"654321"_qs));
         QVERIFY(!accesscodes::matches(row[3], u"654322"_qs));
         // A second doctor of one name, blanks around it not counting, would hide the first at sign-in.
-        const Outcome twin = doctors::addDoctor(DoctorEntry{u" "_qs + name, u"2"_qs, u"3"_qs, u"123456"_qs});
+        const Outcome twin = doctors::addDoctor(store::clinicDb(), DoctorEntry{u" "_qs + name, u"2"_qs, u"3"_qs, u"123456"_qs});
         QVERIFY(!twin.ok());
         QVERIFY(twin.error().contains(name.trimmed()));
         QCOMPARE(practice.count(QStringLiteral("SELECT COUNT(*) FROM Medic")), 1);
@@ -78,21 +78,21 @@ private slots:
     void namesAndTheLookUpOfSignIn()
     {
         TestPractice practice;
-        QCOMPARE(doctors::doctorNames().value(), QStringList{});
+        QCOMPARE(doctors::doctorNames(store::clinicDb()).value(), QStringList{});
         practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1111111111"), QStringLiteral("first1"));
         practice.addDoctor(QStringLiteral("Анна"), QStringLiteral("2222222222"), QStringLiteral("other1"));
         practice.addDoctor(QStringLiteral(" Иванов "), QStringLiteral(" 3333333333 "), QStringLiteral("second"));
         store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES (NULL)"));
-        QCOMPARE(doctors::doctorNames().value(), (QStringList{"Иванов", "Анна", " Иванов ", ""}));
-        QCOMPARE(doctors::doctorCount().value(), 4);
-        const auto found = doctors::lookUpDoctor(QStringLiteral("Иванов "));
+        QCOMPARE(doctors::doctorNames(store::clinicDb()).value(), (QStringList{"Иванов", "Анна", " Иванов ", ""}));
+        QCOMPARE(doctors::doctorCount(store::clinicDb()).value(), 4);
+        const auto found = doctors::lookUpDoctor(store::clinicDb(), QStringLiteral("Иванов "));
         QVERIFY(found.ok() && found.value().has_value());
         QCOMPARE(found.value()->kodMedic, QStringLiteral("3333333333"));
         QCOMPARE(found.value()->names, QStringLiteral("Иванов"));
         QVERIFY(doctors::sameCode(found.value()->accessCode, QStringLiteral("second")));
         QVERIFY(!doctors::sameCode(found.value()->accessCode, QStringLiteral("first1")));
-        QVERIFY(!doctors::lookUpDoctor(QStringLiteral("Георгиев")).value().has_value());
-        const auto empty = doctors::lookUpDoctor(QString()); // a row without values is found, not a fault
+        QVERIFY(!doctors::lookUpDoctor(store::clinicDb(), QStringLiteral("Георгиев")).value().has_value());
+        const auto empty = doctors::lookUpDoctor(store::clinicDb(), QString()); // a row without values is found, not a fault
         QVERIFY(empty.ok() && empty.value().has_value());
         QVERIFY(empty.value()->accessCode.isEmpty() && empty.value()->kodMedic.isEmpty());
     }
@@ -122,14 +122,14 @@ private slots:
         practice.addDoctor(QStringLiteral("Иванов"), QStringLiteral("1"), QStringLiteral("first1"));
         practice.addDoctor(QStringLiteral("Иванов "), QStringLiteral("2"), QStringLiteral("second"));
         const SignedInDoctor later{QStringLiteral("Иванов"), QStringLiteral("2")};
-        QVERIFY(doctors::sameCode(doctors::keptCode(later).value(), QStringLiteral("second")));
-        QVERIFY(doctors::changeCode(later, QStringLiteral("новата1")).ok());
+        QVERIFY(doctors::sameCode(doctors::keptCode(store::clinicDb(), later).value(), QStringLiteral("second")));
+        QVERIFY(doctors::changeCode(store::clinicDb(), later, QStringLiteral("новата1")).ok());
         QVERIFY(storedCodesAre({u"first1"_qs, u"новата1"_qs}));
-        QVERIFY(doctors::sameCode(doctors::keptCode({u"Иванов"_qs, u"1"_qs}).value(), QStringLiteral("first1")));
+        QVERIFY(doctors::sameCode(doctors::keptCode(store::clinicDb(), {u"Иванов"_qs, u"1"_qs}).value(), QStringLiteral("first1")));
         // A doctor no row holds changes nothing, and says so; an apostrophe matches nothing by accident.
         for (const SignedInDoctor &nobody :
              {SignedInDoctor{u"Петров"_qs, u"2"_qs}, SignedInDoctor{u"x' OR '1'='1"_qs, u"1"_qs}}) {
-            const Outcome changed = doctors::changeCode(nobody, QStringLiteral("zzzzzz"));
+            const Outcome changed = doctors::changeCode(store::clinicDb(), nobody, QStringLiteral("zzzzzz"));
             QVERIFY(!changed.ok());
             QVERIFY(changed.error().startsWith(QStringLiteral("Паролата не е сменена: ")));
         }
@@ -140,9 +140,9 @@ private slots:
     {
         TestPractice practice;
         store::run(store::clinicDb(), QStringLiteral("DROP TABLE Medic"));
-        const Outcome added = doctors::addDoctor(DoctorEntry{u"Иванов"_qs, u"1"_qs, u"2"_qs, u"123456"_qs});
+        const Outcome added = doctors::addDoctor(store::clinicDb(), DoctorEntry{u"Иванов"_qs, u"1"_qs, u"2"_qs, u"123456"_qs});
         QVERIFY(added.error().startsWith(QStringLiteral("Лекарят не е записан: ")));
-        const Outcome changed = doctors::changeCode({u"Иванов"_qs, u"1"_qs}, QStringLiteral("654321"));
+        const Outcome changed = doctors::changeCode(store::clinicDb(), {u"Иванов"_qs, u"1"_qs}, QStringLiteral("654321"));
         QVERIFY(changed.error().startsWith(QStringLiteral("Паролата не е сменена: ")));
         QVERIFY(!added.ok() && !changed.ok());
     }
@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(practice.dialogs().messages, message.isEmpty() ? QStringList{} : QStringList{message});
         QCOMPARE(form.isVisible(), !saved && !closeBox);
         QCOMPARE(form.doctorAdded(), saved);
-        QCOMPARE(doctors::doctorNames().value(), saved ? QStringList{typed[0]} : QStringList{});
+        QCOMPARE(doctors::doctorNames(store::clinicDb()).value(), saved ? QStringList{typed[0]} : QStringList{});
     }
 };
 

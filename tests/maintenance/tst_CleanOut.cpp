@@ -81,7 +81,7 @@ private slots:
         QFETCH(int, servicesLeft);
         TestPractice practice;
         fill(practice);
-        const auto cleaned = cleanout::CleanDatabase(code);
+        const auto cleaned = cleanout::CleanDatabase(store::clinicDb(), code);
         QVERIFY2(cleaned, qPrintable(cleaned.error()));
         QStringList kept;
         QSqlQuery query = store::run(store::clinicDb(), QStringLiteral("SELECT EGN FROM Pacients ORDER BY EGN"));
@@ -99,7 +99,7 @@ private slots:
     {
         TestPractice practice;
         practice.addPatient(Own, QStringLiteral("Свой"), QStringLiteral("1111"));
-        const auto cleaned = cleanout::CleanDatabase(QStringLiteral("1111"));
+        const auto cleaned = cleanout::CleanDatabase(store::clinicDb(), QStringLiteral("1111"));
         QVERIFY(cleaned);
         QCOMPARE(cleaned->patients, 0);
         QCOMPARE(practice.dialogs().progressShown, 0);
@@ -113,7 +113,7 @@ private slots:
         // A patient whose delete the file refuses: the services and charts already deleted come back.
         store::run(store::clinicDb(), QStringLiteral("CREATE TRIGGER keep BEFORE DELETE ON Pacients "
                                                      "BEGIN SELECT RAISE(ABORT, 'kept'); END"));
-        const auto cleaned = cleanout::CleanDatabase(QStringLiteral("1111"));
+        const auto cleaned = cleanout::CleanDatabase(store::clinicDb(), QStringLiteral("1111"));
         QVERIFY(!cleaned);
         QVERIFY(!cleaned.error().isEmpty());
         QCOMPARE(countAll(practice), before);

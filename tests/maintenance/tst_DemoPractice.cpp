@@ -195,7 +195,7 @@ private:
     {
         for (const DemoDoctor &doctor : summary.doctors) {
             QCOMPARE(doctor.accessCode.size(), doctors::MinimumAccessCodeLength);
-            const auto found = doctors::lookUpDoctor(doctor.name);
+            const auto found = doctors::lookUpDoctor(store::clinicDb(), doctor.name);
             QVERIFY(found.ok() && found.value().has_value());
             QVERIFY(doctors::sameCode(found.value()->accessCode, doctor.accessCode));
         }

@@ -66,7 +66,7 @@ private slots:
         for (const QString &names : stored)
             practice.addPatient(validEgn(QDate(1970, 1, 1).addDays(++born)), names, Doctor);
         practice.addPatient(validEgn(QDate(1960, 1, 1)), QStringLiteral("Иван Другия"), QStringLiteral("0202"));
-        const auto result = searchByFirstName(typed, Doctor);
+        const auto result = searchByFirstName(store::clinicDb(), typed, Doctor);
         QVERIFY(result.ok());
         QCOMPARE(result->patientsOfDoctor, stored.size());
         QTEST(namesOf(result->entries), "found");
@@ -86,11 +86,11 @@ private slots:
             practice.addPatient(validEgn(QDate(1950, 1, 1).addDays(i)), names, Doctor);
         }
         for (const char *typed : {"Иван", "иван", "Ива", "Ivan", "ivan", "IVAN", "%", "_", "!", "Я", "\U0001F600", ""}) {
-            const auto result = searchByFirstName(typed, Doctor);
+            const auto result = searchByFirstName(store::clinicDb(), typed, Doctor);
             QVERIFY(result.ok());
             QCOMPARE(namesOf(result->entries), everyRowCompared(typed));
         }
-        const auto otherDoctor = searchByFirstName(QStringLiteral("Иван"), QStringLiteral("0202")); // without patients
+        const auto otherDoctor = searchByFirstName(store::clinicDb(), QStringLiteral("Иван"), QStringLiteral("0202")); // without patients
         QVERIFY(otherDoctor.ok());
         QCOMPARE(otherDoctor->patientsOfDoctor, 0);
         QVERIFY(otherDoctor->entries.isEmpty());

@@ -280,16 +280,16 @@ private slots:
         QCOMPARE(attempt(QString(), QString(), QString()), OldCodeWrong);
         QCOMPARE(attempt(u" old111"_s, u"new111"_s, u"new112"_s), NotConfirmed);
         QVERIFY(form.isVisible());
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"old111"_s));
+        QVERIFY(doctors::sameCode(doctors::keptCode(store::clinicDb(), signedIn()).value(), u"old111"_s));
         QCOMPARE(attempt(u"old111 "_s, u"new111"_s, u" new111 "_s), Changed);
         QVERIFY(!form.isVisible());
         QVERIFY(practice.dialogs().messages.isEmpty());
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"new111"_s));
+        QVERIFY(doctors::sameCode(doctors::keptCode(store::clinicDb(), signedIn()).value(), u"new111"_s));
         form.show();
         QVERIFY(form.findChild<QLineEdit *>(u"txtPasswordOld"_s)->text().isEmpty());
         QCOMPARE(attempt(u"new111"_s, u"third1"_s, u"third1"_s), OldCodeWrong);
         QCOMPARE(attempt(u"old111"_s, u"third1"_s, u"third1"_s), Changed);
-        QVERIFY(doctors::sameCode(doctors::keptCode(signedIn()).value(), u"third1"_s));
+        QVERIFY(doctors::sameCode(doctors::keptCode(store::clinicDb(), signedIn()).value(), u"third1"_s));
     }
 };
 

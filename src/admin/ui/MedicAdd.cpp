@@ -2,6 +2,7 @@
 
 #include "admin/Doctors.h"
 #include "base/Dialogs.h"
+#include "store/Sql.h"
 
 #include <QApplication>
 #include <QFormLayout>
@@ -59,7 +60,7 @@ void MedicAdd::closeAndSave()
         dialogs().information(failed);
         return;
     }
-    if (const auto added = doctors::addDoctor(entry); !added) {
+    if (const auto added = doctors::addDoctor(store::clinicDb(), entry); !added) {
         dialogs().information(added.error());
         return;
     }

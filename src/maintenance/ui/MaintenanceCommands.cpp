@@ -7,6 +7,7 @@
 #include "maintenance/CleanOut.h"
 #include "maintenance/Repair.h"
 #include "maintenance/Restore.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QApplication>
@@ -108,7 +109,7 @@ void cleanOutData()
     std::optional<Result<cleanout::CleanOutReport>> cleaned;
     {
         BusyPointer busy;
-        cleaned.emplace(cleanout::CleanDatabase(run().CurrentMedicCode));
+        cleaned.emplace(cleanout::CleanDatabase(store::clinicDb(), run().CurrentMedicCode));
     }
     if (!*cleaned)
         dialogs().information(cleaned->error());

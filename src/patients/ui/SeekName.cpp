@@ -4,6 +4,7 @@
 #include "base/Dialogs.h"
 #include "base/RunState.h"
 #include "base/ui/WindowPlacement.h"
+#include "store/Sql.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -125,7 +126,7 @@ void SeekName::search()
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_list->clear();
-    const auto found = namesearch::searchByFirstName(m_key->text(), run().CurrentMedicCode);
+    const auto found = namesearch::searchByFirstName(store::clinicDb(), m_key->text(), run().CurrentMedicCode);
     QGuiApplication::restoreOverrideCursor();
     if (!found) {
         dialogs().information(found.error());

@@ -1,6 +1,7 @@
 #include "shell/cli/CleanOutCommand.h"
 
 #include "maintenance/CleanOut.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 namespace {
@@ -41,8 +42,8 @@ int CleanOutCommand::run(const QCommandLineParser &parser, const store::DataPath
     if (auto opened = store::openStore(paths, {.practiceMustExist = true}); !opened)
         return fail(err, opened.error());
     const QString code = parser.value(Doctor);
-    const auto doctor = cleanout::doctorWithCode(code);
-    const auto cleaned = doctor && !doctor->isEmpty() ? cleanout::CleanDatabase(code)
+    const auto doctor = cleanout::doctorWithCode(store::clinicDb(), code);
+    const auto cleaned = doctor && !doctor->isEmpty() ? cleanout::CleanDatabase(store::clinicDb(), code)
                                                       : Result<cleanout::CleanOutReport>::failure(
                                                             doctor ? QStringLiteral("Няма лекар с код на практика %1.").arg(code)
                                                                    : doctor.error());

@@ -4,6 +4,7 @@
 #include "shell/cli/ParseArguments.h"
 
 #include "admin/Doctors.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 #include <QCommandLineParser>
@@ -118,7 +119,7 @@ int DoctorCommand::execute(const QStringList &arguments, QTextStream &out, QText
         err << "doctor: " << opened.error() << Qt::endl;
         return 1;
     }
-    const Outcome added = doctors::addDoctor(entry);
+    const Outcome added = doctors::addDoctor(store::clinicDb(), entry);
     store::closeStore();
     if (!added) {
         err << "doctor: " << added.error() << Qt::endl;

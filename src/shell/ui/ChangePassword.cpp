@@ -6,6 +6,7 @@
 #include "base/Dialogs.h"
 #include "base/RunState.h"
 #include "shell/ui/PlainMessage.h"
+#include "store/Sql.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -40,7 +41,7 @@ ChangePassword::ChangePassword(QWidget *parent)
     column->addLayout(form);
     column->addLayout(buttons);
 
-    const auto kept = doctors::keptCode(signedInDoctor());
+    const auto kept = doctors::keptCode(store::clinicDb(), signedInDoctor());
     if (kept)
         m_keptCode = kept.value();
     else
@@ -85,7 +86,7 @@ void ChangePassword::change()
         tell(QStringLiteral("Новата парола не е потвърдена, опитайте отново!"));
         return;
     }
-    if (const auto changed = doctors::changeCode(signedInDoctor(), m_new->text()); !changed) {
+    if (const auto changed = doctors::changeCode(store::clinicDb(), signedInDoctor(), m_new->text()); !changed) {
         dialogs().information(changed.error());
         return;
     }

@@ -8,6 +8,7 @@
 #include "admin/ui/MedicAdd.h"
 #include "base/Dialogs.h"
 #include "base/RunState.h"
+#include "store/Sql.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -64,7 +65,7 @@ Password::Password(QWidget *parent)
 
 bool Password::signIn()
 {
-    const auto count = doctors::doctorCount();
+    const auto count = doctors::doctorCount(store::clinicDb());
     if (!count) {
         dialogs().information(count.error());
         return false;
@@ -84,7 +85,7 @@ void Password::loadNames()
 {
     m_sPassWord.clear();
     m_names->clear();
-    const auto names = doctors::doctorNames();
+    const auto names = doctors::doctorNames(store::clinicDb());
     if (!names) {
         dialogs().information(names.error());
         return;
@@ -96,7 +97,7 @@ void Password::loadNames()
 void Password::chooseName(int index)
 {
     m_sName = m_names->itemText(index);
-    const auto found = doctors::lookUpDoctor(m_sName);
+    const auto found = doctors::lookUpDoctor(store::clinicDb(), m_sName);
     if (!found) {
         dialogs().information(found.error());
         return;
