@@ -74,12 +74,12 @@ void measure(benchmark::State &state, reports::ReportKind kind, const QString &s
     for (auto _ : state) {
         state.PauseTiming();
         shell += shellSeconds(sql);
-        if (!reports::PrepareReport(kind))
+        if (!reports::PrepareReport(store::openedDatabases(), kind))
             state.SkipWithError("cannot make the scratch table");
         state.ResumeTiming();
         QElapsedTimer clock;
         clock.start();
-        const auto built = reports::BuildReport(kind, period, everyDoctor ? QString() : doctor);
+        const auto built = reports::BuildReport(store::openedDatabases(), kind, period, everyDoctor ? QString() : doctor);
         ours += double(clock.nsecsElapsed()) / 1e9;
         if (!built)
             state.SkipWithError(qPrintable(built.error()));

@@ -53,10 +53,11 @@ QDate randomDay(QRandomGenerator &random, const QDate &from, const QDate &to)
 class DemoBuilder final
 {
 public:
-    explicit DemoBuilder(const DemoOptions &options)
+    DemoBuilder(const DemoOptions &options, const QSqlDatabase &clinic, const QSqlDatabase &data)
         : m_options(options)
         , m_random(options.seed)
-        , m_db(store::clinicDb())
+        , m_db(clinic)
+        , m_data(data)
         , m_first(options.today.addYears(-options.years).addDays(1))
     {
     }
@@ -105,7 +106,7 @@ private:
 
     void loadPlaces()
     {
-        QSqlQuery rows = store::run(store::dataDb(), QStringLiteral("SELECT PKod, Tawn, Obsh, Obl, ZK, ZdRn FROM PostCode ORDER BY ID"));
+        QSqlQuery rows = store::run(m_data, QStringLiteral("SELECT PKod, Tawn, Obsh, Obl, ZK, ZdRn FROM PostCode ORDER BY ID"));
         while (rows.next())
             m_places << PostPlace{rows.value(0).toString(), rows.value(1).toString(), rows.value(2).toString(),
                                   rows.value(3).toString(), rows.value(4).toString(), rows.value(5).toString()};
@@ -261,6 +262,7 @@ private:
     DemoOptions m_options;
     QRandomGenerator m_random;
     QSqlDatabase m_db;
+    QSqlDatabase m_data;
     QDate m_first;
     QList<PostPlace> m_places;
     QList<PatientRow> m_patients;
@@ -296,7 +298,7 @@ Result<DemoSummary> generateDemoPractice(const DemoOptions &options)
     if (auto opened = store::openStore(store::DataPaths::inFolder(options.folder)); !opened)
         return Result<DemoSummary>::failure(opened.error());
     try {
-        return DemoBuilder(options).build();
+        return DemoBuilder(options, store::clinicDb(), store::dataDb()).build();
     } catch (const store::SqlError &error) {
         return Result<DemoSummary>::failure(error.message());
     }

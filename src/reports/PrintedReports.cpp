@@ -38,12 +38,12 @@ QString shownValue(const QString &column, const QVariant &value)
     return value.toString();
 }
 
-Result<QStringList> scratchLines(const QString &table)
+Result<QStringList> scratchLines(const QSqlDatabase &scratch, const QString &table)
 {
     const QStringList columns = store::scratchColumns(table);
     QStringList lines;
     try {
-        QSqlQuery rows = store::run(store::scratchDb(),
+        QSqlQuery rows = store::run(scratch,
                                     QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QStringLiteral(", ")), table));
         while (rows.next()) {
             QStringList fields;
@@ -87,12 +87,12 @@ QString ScratchTableOf(ReportKind kind)
     return {};
 }
 
-Outcome PrepareReport(ReportKind kind, bool withScratch)
+Outcome PrepareReport(const store::Databases &dbs, ReportKind kind, bool withScratch)
 {
     if (!withScratch)
         return Outcome::success();
     if (kind == ReportKind::Materials)
-        if (const Outcome classified = accounting::ClassifyFillings(store::clinicDb()); !classified)
+        if (const Outcome classified = accounting::ClassifyFillings(dbs.clinic); !classified)
             return classified;
     // The XML report builds no table of its own, but the menu entry has always made TempWork.
     const QString table = kind == ReportKind::Xml ? QStringLiteral("TempWork") : ScratchTableOf(kind);
@@ -101,20 +101,21 @@ Outcome PrepareReport(ReportKind kind, bool withScratch)
 
 // A second "Търси" over the same open dialog builds the report anew rather than on top of the
 // first: the materials list is loaded again before the period is added to it.
-Result<SkippedPatients> BuildReport(ReportKind kind, const Period &period, const QString &medicCode)
+Result<SkippedPatients> BuildReport(const store::Databases &dbs, ReportKind kind, const Period &period,
+                                    const QString &medicCode)
 {
     if (const Outcome empty = emptied(kind); !empty)
         return Result<SkippedPatients>::failure(empty.error());
-    const QSqlDatabase clinic = store::clinicDb();
-    const QSqlDatabase scratch = store::scratchDb();
+    const QSqlDatabase &clinic = dbs.clinic;
+    const QSqlDatabase &scratch = dbs.scratch;
     switch (kind) {
     case ReportKind::Activity: return BuildActivityReport(clinic, scratch, period, medicCode);
     case ReportKind::FundSummary: return BuildFundSummary(clinic, scratch, period, medicCode);
     case ReportKind::Specification: return BuildSpecification(clinic, scratch, period, medicCode);
     case ReportKind::Materials:
-        if (const Outcome loaded = LoadMaterialsList(store::dataDb(), scratch); !loaded)
+        if (const Outcome loaded = LoadMaterialsList(dbs.data, scratch); !loaded)
             return Result<SkippedPatients>::failure(loaded.error());
-        if (const Outcome calculated = CalcMaterials(clinic, store::dataDb(), scratch, period); !calculated)
+        if (const Outcome calculated = CalcMaterials(clinic, dbs.data, scratch, period); !calculated)
             return Result<SkippedPatients>::failure(calculated.error());
         return Result<SkippedPatients>::success({});
     case ReportKind::Xml: break;
@@ -124,16 +125,17 @@ Result<SkippedPatients> BuildReport(ReportKind kind, const Period &period, const
 
 namespace {
 
-Result<print::PageDescription> pageOf(ReportKind kind, const Period &period, const QString &medicName)
+Result<print::PageDescription> pageOf(const store::Databases &dbs, ReportKind kind, const Period &period,
+                                      const QString &medicName)
 {
-    const QSqlDatabase scratch = store::scratchDb();
+    const QSqlDatabase &scratch = dbs.scratch;
     switch (kind) {
     case ReportKind::Activity:
         return Result<print::PageDescription>::success(WorkPage(scratch, period, medicName));
     case ReportKind::FundSummary:
         return Result<print::PageDescription>::success(ZokcPage(scratch, period, medicName));
     case ReportKind::Specification: {
-        const auto cells = LoadSpecificationCells(store::clinicDb(), scratch, period);
+        const auto cells = LoadSpecificationCells(dbs.clinic, scratch, period);
         if (!cells)
             return Result<print::PageDescription>::failure(cells.error());
         return Result<print::PageDescription>::success(SpecificationPage(cells.value()));
@@ -146,20 +148,21 @@ Result<print::PageDescription> pageOf(ReportKind kind, const Period &period, con
 
 } // namespace
 
-Result<print::PageDescription> ReportPage(ReportKind kind, const Period &period, const QString &medicName)
+Result<print::PageDescription> ReportPage(const store::Databases &dbs, ReportKind kind, const Period &period,
+                                          const QString &medicName)
 {
     try {
-        return pageOf(kind, period, medicName);
+        return pageOf(dbs, kind, period, medicName);
     } catch (const store::SqlError &error) {
         return Result<print::PageDescription>::failure(error.message());
     }
 }
 
-Result<QStringList> ReportLines(ReportKind kind, const Period &period)
+Result<QStringList> ReportLines(const store::Databases &dbs, ReportKind kind, const Period &period)
 {
     if (kind != ReportKind::Specification)
-        return scratchLines(ScratchTableOf(kind));
-    const auto cells = LoadSpecificationCells(store::clinicDb(), store::scratchDb(), period);
+        return scratchLines(dbs.scratch, ScratchTableOf(kind));
+    const auto cells = LoadSpecificationCells(dbs.clinic, dbs.scratch, period);
     if (!cells)
         return Result<QStringList>::failure(cells.error());
     QStringList lines;

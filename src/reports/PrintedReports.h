@@ -3,6 +3,7 @@
 #include "base/Page.h"
 #include "reports/Period.h"
 #include "reports/PeriodLines.h"
+#include "store/Databases.h"
 #include "store/Result.h"
 
 #include <optional>
@@ -28,15 +29,17 @@ QString ScratchTableOf(ReportKind kind);
 // What the menu entry does before the period dialog opens: the scratch table made anew and,
 // for the materials, the fillings classified and the materials list loaded. `withScratch`
 // false is "Осчетоводяване", which leads to the XML report without making a table.
-Outcome PrepareReport(ReportKind kind, bool withScratch = true);
+Outcome PrepareReport(const store::Databases &dbs, ReportKind kind, bool withScratch = true);
 // Fills the kind's scratch table for the period (a printed kind only).
-Result<SkippedPatients> BuildReport(ReportKind kind, const Period &period, const QString &medicCode);
+Result<SkippedPatients> BuildReport(const store::Databases &dbs, ReportKind kind, const Period &period,
+                                    const QString &medicCode);
 // The printed form of a kind from its filled scratch table.
-Result<print::PageDescription> ReportPage(ReportKind kind, const Period &period, const QString &medicName);
+Result<print::PageDescription> ReportPage(const store::Databases &dbs, ReportKind kind, const Period &period,
+                                          const QString &medicName);
 // The filled report as plain text lines, for the command line: one line per row of the scratch
 // table, its fields in the layout's order, tab-separated, dates DD.MM.YYYY; the specification
 // gives one line per cell of the form that carries a figure, "<cell name><TAB><text>".
-Result<QStringList> ReportLines(ReportKind kind, const Period &period);
+Result<QStringList> ReportLines(const store::Databases &dbs, ReportKind kind, const Period &period);
 // Empties the scratch table when the report is closed.
 Outcome CloseReport(ReportKind kind);
 

@@ -124,13 +124,13 @@ void showPrintedReport(SeekDate *dialog)
     Result<reports::SkippedPatients> built = Result<reports::SkippedPatients>::failure({});
     {
         BusyPointer busy;
-        built = reports::BuildReport(kind, dialog->period(), run().CurrentMedicCode);
+        built = reports::BuildReport(store::openedDatabases(), kind, dialog->period(), run().CurrentMedicCode);
     }
     if (!built) {
         dialogs().information(built.error());
         return;
     }
-    const auto page = reports::ReportPage(kind, dialog->period(), run().CurrentMedicName);
+    const auto page = reports::ReportPage(store::openedDatabases(), kind, dialog->period(), run().CurrentMedicName);
     if (!page) {
         dialogs().information(page.error());
         return;
@@ -156,7 +156,7 @@ void openReportPeriod(QWidget *parent, reports::ReportKind kind, bool withScratc
     Outcome prepared = Outcome::success();
     {
         BusyPointer busy;
-        prepared = reports::PrepareReport(kind, withScratch);
+        prepared = reports::PrepareReport(store::openedDatabases(), kind, withScratch);
     }
     if (!prepared) {
         dialogs().information(prepared.error());

@@ -117,9 +117,9 @@ private:
     int printed(const reports::Period &period)
     {
         const reports::ReportKind kind = *m_kind;
-        if (const Outcome prepared = reports::PrepareReport(kind); !prepared)
+        if (const Outcome prepared = reports::PrepareReport(store::openedDatabases(), kind); !prepared)
             return fail(prepared.error());
-        const auto built = reports::BuildReport(kind, period, run().CurrentMedicCode);
+        const auto built = reports::BuildReport(store::openedDatabases(), kind, period, run().CurrentMedicCode);
         if (!built)
             return fail(built.error());
         if (!built->isEmpty())
@@ -133,7 +133,7 @@ private:
 
     int writePdf(const reports::Period &period)
     {
-        const auto page = reports::ReportPage(*m_kind, period, run().CurrentMedicName);
+        const auto page = reports::ReportPage(store::openedDatabases(), *m_kind, period, run().CurrentMedicName);
         if (!page)
             return fail(page.error());
         const QString pdf = m_parser.value(QStringLiteral("pdf"));
@@ -145,7 +145,7 @@ private:
 
     int writeLines(const reports::Period &period)
     {
-        const auto lines = reports::ReportLines(*m_kind, period);
+        const auto lines = reports::ReportLines(store::openedDatabases(), *m_kind, period);
         if (!lines)
             return fail(lines.error());
         for (const QString &line : lines.value())
