@@ -352,7 +352,7 @@ private:
 
     static std::optional<AgeGroup> groupOn(const DemoPatient &patient, const QDate &day)
     {
-        return reports::AgeGroupOn(patient.egn, day);
+        return reports::AgeGroupOn(patient.egn, day, EgnRule::System);
     }
 
     // Preferably a patient (of the doctor, where one is named) with no line in the year yet and

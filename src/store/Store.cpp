@@ -2,6 +2,7 @@
 
 #include "store/InstanceLock.h"
 #include "store/Log.h"
+#include "store/Migration.h"
 #include "store/NewDatabaseFile.h"
 #include "store/PrivateFolder.h"
 #include "store/ReferenceData.h"
@@ -77,7 +78,7 @@ QStringList namesOf(const QList<TableDef> &tables)
 // A file that is there but empty is set up in place only when the caller says so (openStore
 // asks first about the clinic file); a missing one is made whole beside it.
 Outcome openFile(const QString &path, const QString &connection, const QStringList &required,
-                 const SchemaFiller &create)
+                 const QList<MigrationStep> &migrations, const SchemaFiller &create)
 {
     if (!QFileInfo::exists(path))
         if (auto made = createDatabaseFile(path, create); !made)
@@ -92,6 +93,8 @@ Outcome openFile(const QString &path, const QString &connection, const QStringLi
         } else if (auto checked = checkSchema(db, path, required, present); !checked) {
             db.close();
             return checked;
+        } else {
+            migrateSchema(db, migrations);
         }
         run(db, QStringLiteral("PRAGMA journal_mode = WAL"));
         run(db, QStringLiteral("PRAGMA synchronous = NORMAL"));
@@ -179,8 +182,9 @@ StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
 
 Outcome openClinicFile(const QString &path, const QString &connection)
 {
-    return openFile(path, connection, namesOf(clinicTables()), [](const QSqlDatabase &db) {
+    return openFile(path, connection, namesOf(clinicTables()), clinicMigrations(), [](const QSqlDatabase &db) {
         createTables(db, clinicTables(), clinicIndexStatements());
+        createTables(db, practiceTables(), {});
         loadClinicReferenceData(db);
         // The practice's own data is one row that the unit's form edits: a new file has it, empty.
         run(db, QStringLiteral("INSERT INTO MedicUnit DEFAULT VALUES"));
@@ -191,7 +195,7 @@ Outcome openDataFile(const QString &path, const QString &connection)
 {
     // RazhNorm has one column per material, so it is made from its data, not from a fixed layout.
     const QStringList required = namesOf(referenceTables()) << QStringLiteral("RazhNorm");
-    return openFile(path, connection, required, [](const QSqlDatabase &db) {
+    return openFile(path, connection, required, referenceMigrations(), [](const QSqlDatabase &db) {
         createTables(db, referenceTables(), referenceIndexStatements());
         loadDataReferenceData(db);
     });

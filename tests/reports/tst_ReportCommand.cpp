@@ -68,6 +68,19 @@ private slots:
         QCOMPARE(run.out.split(u'\n', Qt::SkipEmptyParts), lines);
     }
 
+    // The report's name may stand after its options, as the options may stand after it.
+    void theReportsNameAfterItsOptions()
+    {
+        const QStringList period{"--from", "01.03.2026", "--to", "31.03.2026"};
+        const CommandRun first = report(QStringLiteral("summary"), period);
+        const CommandRun last = runCommand<ReportCommand>(
+            QStringLiteral("report"), QStringList{QStringLiteral("--doctor"), Doctor} + period + QStringList{"summary"},
+            m_folder.path());
+        QCOMPARE(last.exitCode, 0);
+        QVERIFY(!last.out.isEmpty());
+        QCOMPARE(last.out, first.out);
+    }
+
     void specificationCells()
     {
         const CommandRun run = report(QStringLiteral("specification"), {"--from", "01.03.2026", "--to", "31.03.2026"});

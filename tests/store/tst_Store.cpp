@@ -199,6 +199,33 @@ private slots:
     }
 
     // A damaged or foreign clinic file is refused, named, and left as it was.
+    // A practice of the first version gets the practice's settings when it is opened, and
+    // keeps what it had; a file newer than the program is refused before anything is written.
+    void anEarlierVersionIsBroughtUpToDate()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QVERIFY(store::openStore(paths).ok());
+        store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('д-р Първи')"));
+        store::run(store::clinicDb(), QStringLiteral("DROP TABLE PracticeSettings"));
+        store::run(store::clinicDb(), QStringLiteral("PRAGMA user_version = 1"));
+        store::run(store::dataDb(), QStringLiteral("PRAGMA user_version = 1"));
+        store::closeStore();
+
+        QVERIFY(store::openStore(paths).ok());
+        for (const QSqlDatabase &db : {store::clinicDb(), store::dataDb()})
+            QCOMPARE(number(db, QStringLiteral("PRAGMA user_version")), store::SchemaVersion);
+        QCOMPARE(columnsOf(store::clinicDb(), QStringLiteral("PracticeSettings")),
+                 QStringList{QStringLiteral("ID")} + store::practiceTables().first().columnNames());
+        QCOMPARE(number(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")), 1);
+
+        store::run(store::clinicDb(), QStringLiteral("PRAGMA user_version = %1").arg(store::SchemaVersion + 1));
+        store::closeStore();
+        const auto newer = store::openStore(paths);
+        QVERIFY(!newer.ok());
+        QVERIFY2(newer.error().contains(QStringLiteral("по-нова версия")), qPrintable(newer.error()));
+    }
+
     void refusesDamagedFiles_data()
     {
         QTest::addColumn<QByteArray>("content");
