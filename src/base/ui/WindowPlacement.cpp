@@ -39,6 +39,21 @@ void keepOnScreen(QWidget *window)
                  clampedStart(frame.y(), outer.height(), area.y(), area.height()));
 }
 
+int titleWidth(const QWidget *window)
+{
+    // Title bars draw in a bold face, about the size of the program's; the room for the
+    // frame's buttons (menu, minimise, maximise, close) and its borders comes on top.
+    constexpr int frameButtons = 4 * 32 + 24;
+    QFont title = QGuiApplication::font();
+    title.setBold(true);
+    return QFontMetrics(title).horizontalAdvance(window->windowTitle()) + frameButtons;
+}
+
+void keepTitleWhole(QWidget *window)
+{
+    window->setMinimumWidth(std::max(window->minimumWidth(), titleWidth(window)));
+}
+
 void bringForward(QWidget *window)
 {
     if (window->isMinimized())

@@ -10,5 +10,9 @@ inline constexpr QSize SmallestScreen(1366, 768);
 // Keeps a window within the free area of its screen (the primary one before it is shown),
 // shrinking it to that area where it is larger, so that no part of it opens out of reach.
 void keepOnScreen(QWidget *window);
+// The least width at which a window manager shows `window`'s whole title beside the frame's
+// buttons; a small window is made at least that wide, or its title is cut to "В… е".
+int titleWidth(const QWidget *window);
+void keepTitleWhole(QWidget *window);
 // Shows a window that may be open already: on screen, in front of the others, active.
 void bringForward(QWidget *window);

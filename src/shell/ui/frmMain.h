@@ -35,6 +35,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -75,4 +76,5 @@ private:
     HelpWindow *m_help = nullptr;
     ChangePassword *m_changePassword = nullptr; // kept, only hidden between openings
     QString m_shownMinutesFailure;
+    bool m_shownBefore = false;
 };
