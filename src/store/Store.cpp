@@ -6,6 +6,7 @@
 #include "store/NewDatabaseFile.h"
 #include "store/PrivateFolder.h"
 #include "store/ReferenceData.h"
+#include "store/Scratch.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -274,6 +275,7 @@ Outcome reopenClinicFile(bool alreadyChecked)
 
 void closeStore()
 {
+    DeleteScratchFileOfThisRun();
     for (const QString &name : {ConnectMain, ConnectData, ConnectTemp})
         closeConnection(name);
     heldLock().reset();
