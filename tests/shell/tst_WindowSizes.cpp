@@ -153,6 +153,32 @@ private slots:
         }
     }
 
+    // "Корекция" (F4) opens the card with the patient's services beside it: the history's frame,
+    // its title bar included, is on the screen, and it covers neither the card's title bar (and
+    // close box) nor the card's upper fields.
+    void historyBesideTheCardLeavesItClear()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("Edit");
+        practice.addPatient(patientEgn(), Name, Doctor);
+        KartonAdd *card = KartonAdd::openForCorrection(Name, patientEgn());
+        QVERIFY(card && card->history());
+        QVERIFY(QTest::qWaitForWindowExposed(card->history()));
+        const QRect history = card->history()->frameGeometry();
+        QVERIFY(card->screen()->availableGeometry().contains(history));
+        const QRect cardFrame = card->frameGeometry();
+        const QRect titleBar(cardFrame.topLeft(), QSize(cardFrame.width(), card->geometry().top() - cardFrame.top()));
+        QVERIFY(titleBar.height() > 0);
+        QVERIFY(!history.intersects(titleBar));
+        for (const char *name : {"Text3", "txtFields(17)", "Text7", "Text8"}) {
+            const auto *field = card->findChild<QWidget *>(QString::fromLatin1(name));
+            QVERIFY2(field, name);
+            QVERIFY2(!history.intersects(QRect(field->mapToGlobal(QPoint(0, 0)), field->size())), name);
+        }
+        card->close();
+    }
+
     // The preview of a form for the fund's paper, as wide as the screen: every action of the
     // program's own stands on its bar, none behind the bar's "»". The offscreen style draws
     // narrower buttons than a desktop's, whose bars are up to half as wide again: a bar that
