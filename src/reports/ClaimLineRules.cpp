@@ -2,6 +2,7 @@
 
 #include "patients/EgnRules.h"
 #include "store/Dates.h"
+#include "treatment/ActivityCodes.h"
 
 namespace reports::claims {
 namespace {
@@ -32,6 +33,8 @@ public:
             add(ClaimRule::UnknownCode, line, QStringLiteral("Кодът „%1“ не е в цените на НЗОК").arg(code));
             return;
         }
+        if (activities::IsToothBoundCode(code) && line.KodZab.trimmed().isEmpty())
+            add(ClaimRule::NoTooth, line, QStringLiteral("%1 без код на зъб").arg(code));
         const std::optional<AgeGroup> group = AgeGroupOn(line.EGN, line.Data, m_data.egnRule);
         if (IsMilkToothCode(code))
             checkMilkCode(line, group);
