@@ -63,11 +63,14 @@ private slots:
 
         // The sheet's birth cells: 12, May, 20, 15.
         print::Page sheet;
-        const auto printed = PrintSheet(store::clinicDb(), child, SheetMarks::Keep, [&sheet](const print::PageDescription &form) {
+        QString pdfName;
+        const auto printed = PrintSheet(store::clinicDb(), child, SheetMarks::Keep, [&](const print::PageDescription &form) {
             sheet = form.pages().first();
+            pdfName = form.pdfFileName(Today);
             return Outcome::success();
         });
         QVERIFY2(printed.ok(), qPrintable(printed.error()));
+        QCOMPARE(pdfName, u"Амбулаторен лист Ана Иванова Петрова 2026-03-16.pdf"_s);
         QCOMPARE(sheet.textAt(u"Label52"_s), u"1  2"_s);
         QCOMPARE(sheet.textAt(u"Label51"_s), SpreadWide(u"5"_s));
         QCOMPARE(sheet.textAt(u"Label53"_s), u"2  0"_s);

@@ -1,5 +1,6 @@
 #include "base/ui/PrintPreview.h"
 
+#include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/PrintOffsets.h"
 #include "base/ui/PrintOffsetDialog.h"
@@ -72,7 +73,7 @@ void PrintPreview::paint(QPrinter *target)
 
 void PrintPreview::saveAsPdf()
 {
-    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Запис като PDF"), m_form.formName + QStringLiteral(".pdf"),
+    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Запис като PDF"), m_form.pdfFileName(calendar::today()),
                                                 QStringLiteral("PDF (*.pdf)"));
     if (path.isEmpty())
         return;
