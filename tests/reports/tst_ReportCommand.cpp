@@ -161,6 +161,30 @@ private slots:
         QVERIFY(clean.out.isEmpty());
     }
 
+    // The child born in 2021 has a number the program's own rule refuses: --egn-rule public
+    // reads it for this run, the practice's setting stays, and a rule of no name is refused.
+    void theRuleOfTheRun_data()
+    {
+        QTest::addColumn<QStringList>("rule");
+        QTest::addColumn<bool>("childFound");
+        QTest::addColumn<int>("code");
+        QTest::newRow("the practice's") << QStringList{} << true << 1;
+        QTest::newRow("system") << QStringList{"--egn-rule", "system"} << true << 1;
+        QTest::newRow("public") << QStringList{"--egn-rule", "public"} << false << 1;
+        QTest::newRow("no rule") << QStringList{"--egn-rule", "lax"} << false << 2;
+    }
+    void theRuleOfTheRun()
+    {
+        QFETCH(QStringList, rule);
+        QFETCH(bool, childFound);
+        QFETCH(int, code);
+        const QStringList march{"--from", "01.03.2026", "--to", "31.03.2026", "--today", "02.04.2026"};
+        const CommandRun found = report(QStringLiteral("check"), march + rule);
+        QCOMPARE(found.exitCode, code);
+        QCOMPARE(found.out.contains(QStringLiteral("EGN\t") + m_child), childFound);
+        QCOMPARE(found.out.contains(QStringLiteral("EGN\t") + m_adult), false);
+    }
+
     void refusals_data()
     {
         QTest::addColumn<QStringList>("arguments");
