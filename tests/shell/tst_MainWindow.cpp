@@ -382,6 +382,7 @@ private slots:
         window.show();
         QCOMPARE(titleOfModal([&] { trigger(window, u"mnuHelpAbout"_s); }), u"Програма..."_s);
         QCOMPARE(titleOfModal([&] { trigger(window, u"mnuCahgePass"_s); }), u"Смяна на паролата"_s);
+        QCOMPARE(titleOfModal([&] { window.findChild<QAction *>(u"mnuSlgEgnRule"_s)->trigger(); }), u"Правило за ЕГН"_s);
         for (const QString item : {"mnuPacReg", "mnuPacReg", "mnuPacKorEGN", "mnuPacKorEGN"})
             trigger(window, item);
         QCOMPARE(openWindows<KorEGN>().size(), 1);
