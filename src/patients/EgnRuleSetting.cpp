@@ -66,7 +66,7 @@ std::optional<EgnRule> ruleNamed(const QString &word)
 QString whereTheSettingIs()
 {
     return QStringLiteral("Номерът е верен по общото правило за ЕГН (родени от 2010 г. или през 19 век). "
-                          "Практиката ги приема от \"Служебна\" → \"Правило за ЕГН\".");
+                          "За да го приема, изберете общото правило в \"Служебна\" → \"Правило за ЕГН\".");
 }
 
 bool onlyThePublicRuleTakes(const QString &egn)
