@@ -52,6 +52,8 @@ QList<print::PageItem> pageRows(const QList<Row> &rows)
 print::PageDescription DiaryPage(const DiaryPrint &diary)
 {
     print::PageDescription form(QStringLiteral("rprGrafic"), print::A4);
+    form.title = QStringLiteral("График");
+    form.whose = diary.doctorLine;
     form.items << heading(QStringLiteral("Label1"), 12, QStringLiteral("График"), 18.0)
                << heading(QStringLiteral("Label2"), 24, QStringLiteral("за посещенията на"), 11.0)
                << heading(QStringLiteral("Label3"), 32, diary.dateHeading, 11.0)

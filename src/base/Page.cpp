@@ -143,6 +143,22 @@ PageItem pageNumber(const QSizeF &size, int number, int count)
 
 } // namespace
 
+QString PageDescription::pdfFileName(const QDate &day) const
+{
+    if (title.isEmpty())
+        return formName + QStringLiteral(".pdf");
+    QStringList parts{title};
+    if (!whose.trimmed().isEmpty())
+        parts << whose.simplified();
+    parts << day.toString(Qt::ISODate);
+    QString name = parts.join(u' ');
+    static const QString unfit = QStringLiteral("/\\:*?\"<>|");
+    for (QChar &c : name)
+        if (unfit.contains(c) || c.unicode() < 0x20)
+            c = u'_';
+    return name + QStringLiteral(".pdf");
+}
+
 QList<Page> PageDescription::pages() const
 {
     QList<Page> sheets;

@@ -25,6 +25,7 @@
 
 #include "base/Drawing.h"
 
+#include <QDate>
 #include <QList>
 #include <QPointF>
 #include <QRectF>
@@ -118,6 +119,10 @@ public:
     PageDescription(QString formName, QSizeF size);
 
     QString formName; // the report's name; it also keys the form's printer offset
+    // What a PDF of it is offered as: the form as the practice calls it ("Амбулаторен лист")
+    // and whose it is (the patient, the doctor); empty where the form's name is all there is.
+    QString title;
+    QString whose;
     QSizeF size = A4; // mm
     QList<PageItem> items; // on every page
     DetailBand band;
@@ -129,6 +134,9 @@ public:
     // The sheets of paper, at least one: the items, the band's header and as many rows as fit,
     // and "Стр. n от m" at the foot when there is more than one.
     QList<Page> pages() const;
+    // "<title> <whose> <YYYY-MM-DD>.pdf" for a print made on `day`, or "<formName>.pdf" without
+    // a title; characters that a file name cannot hold on the practice's computers become "_".
+    QString pdfFileName(const QDate &day) const;
 };
 
 } // namespace print

@@ -72,6 +72,7 @@ public:
         oneLineVisit({ClaimRule::MilkCodeOverEighteen}, {"32", permanentField()}, {AgeGroup::Over18});
         oneLineVisit({ClaimRule::NotPaidForAge}, {"33", permanentField()}, {AgeGroup::Over18});
         unknownCode();
+        fillingWithoutTooth();
         lineWithout(ClaimRule::NoPrice, QStringLiteral("Cena"), 0);
         lineWithout(ClaimRule::NoMinutes, QStringLiteral("Times"), QVariant());
         sharedSheet();
@@ -205,6 +206,19 @@ private:
     }
 
     // A line of the fund's activities whose price or minutes were left out.
+    // A filling stored with the tooth box left empty; a visit of its own where the month has
+    // no filling to take it from.
+    void fillingWithoutTooth()
+    {
+        const MonthLine *line = someLine([](const MonthLine &line) { return line.KodHelp == u"301"; });
+        if (!line) {
+            oneLineVisit({ClaimRule::NoTooth}, {"30-2", 0}, {std::nullopt});
+            return;
+        }
+        store::run(m_clinic, QStringLiteral("UPDATE Help SET KodZab = NULL WHERE ID = ?"), {line->id});
+        record({ClaimRule::NoTooth}, line->EGN, line->Data, line->doctor, 0);
+    }
+
     void lineWithout(ClaimRule rule, const QString &column, const QVariant &value)
     {
         const MonthLine *line =
@@ -352,7 +366,7 @@ private:
 
     static std::optional<AgeGroup> groupOn(const DemoPatient &patient, const QDate &day)
     {
-        return reports::AgeGroupOn(patient.egn, day);
+        return reports::AgeGroupOn(patient.egn, day, EgnRule::System);
     }
 
     // Preferably a patient (of the doctor, where one is named) with no line in the year yet and

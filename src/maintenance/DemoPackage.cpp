@@ -23,7 +23,7 @@ bool DemoPackage::take(DemoPackageYear &year, const QString &egn, const QDate &d
         year = DemoPackageYear{day.year()};
     if (!paidForAge(egn, day, code))
         return false;
-    const std::optional<AgeGroup> group = reports::AgeGroupOn(egn, day);
+    const std::optional<AgeGroup> group = reports::AgeGroupOn(egn, day, EgnRule::System);
     if (!group)
         return true; // a number without a birth date is not judged by age
     const AnnualPackage *package = m_packages.find(day.year(), *group);

@@ -119,12 +119,14 @@ private:
     }
 
     // A number the rules refuse is still taken: the practice's history of that patient must
-    // not be lost; the list says which cards to correct.
+    // not be lost; the list says which cards to correct. The old edition knew only the
+    // program's own rule, and the new practice starts with it, so the list follows that rule.
     void checkNumbers(const QString &table, int line, const QVariantList &row, const QStringList &columns)
     {
         if (table == u"Pacients") {
             const QString egn = row.at(columns.indexOf(QStringLiteral("EGN"))).toString().trimmed();
-            if (egn.size() != 10 || EgnDateBad(egn) || EgnMonthBad(egn) || EgnCheckDigitBad(egn))
+            if (egn.size() != 10 || EgnDateBad(egn, EgnRule::System) || EgnMonthBad(egn, EgnRule::System)
+                || EgnCheckDigitBad(egn))
                 m_plan.brokenNumbers << QStringLiteral("Pacients, ред %1: ЕГН „%2“").arg(line + 1).arg(egn);
         }
         if (table == u"Help") {

@@ -2,7 +2,7 @@
 
 #include "base/Dialogs.h"
 #include "patients/EgnMessages.h"
-#include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "store/Dates.h"
 #include "store/EngineFile.h"
 #include "store/Log.h"
@@ -30,36 +30,36 @@ QList<Patient> patientsByNumber()
 }
 
 // All three checks run on every number, so one number can bring three messages.
-void checkNumber(const QString &egn, QStringList &faults)
+void checkNumber(const QString &egn, EgnRule rule, QStringList &faults)
 {
     using namespace egnmessages;
-    if (EgnDateBad(egn))
+    if (EgnDateBad(egn, rule))
         faults << withNumber(DateHead, egn);
-    if (EgnMonthBad(egn))
+    if (EgnMonthBad(egn, rule))
         faults << withNumber(MonthHead, egn);
     if (EgnCheckDigitBad(egn))
         faults << withNumber(CheckDigitHead, egn);
 }
 
-QStringList checkNumbers(const QList<Patient> &patients)
+QStringList checkNumbers(const QList<Patient> &patients, EgnRule rule)
 {
     QStringList faults;
     auto bar = dialogs().progress(QStringLiteral("Проверка на ЕГН-тата..."), int(patients.size()));
     for (qsizetype row = 0; row < patients.size(); ++row) {
         bar->setValue(int(row + 1));
-        checkNumber(patients.at(row).egn, faults);
+        checkNumber(patients.at(row).egn, rule, faults);
     }
     return faults;
 }
 
 // Dates are stored as ISO text; a number that names no day leaves the date empty.
-QVariant birthDateOf(const QString &egn)
+QVariant birthDateOf(const QString &egn, EgnRule rule)
 {
-    const auto born = EgnBirthDate(egn);
+    const auto born = EgnBirthDate(egn, rule);
     return born ? QVariant(dates::toIso(*born)) : QVariant(QMetaType(QMetaType::QString));
 }
 
-void rewriteBirthDates(const QList<Patient> &patients)
+void rewriteBirthDates(const QList<Patient> &patients, EgnRule rule)
 {
     const QSqlDatabase db = store::clinicDb();
     store::Transaction transaction(db);
@@ -69,7 +69,7 @@ void rewriteBirthDates(const QList<Patient> &patients)
         throw store::SqlError(db, update);
     for (qsizetype row = 0; row < patients.size(); ++row) {
         bar->setValue(int(row + 1));
-        update.addBindValue(birthDateOf(patients.at(row).egn));
+        update.addBindValue(birthDateOf(patients.at(row).egn, rule));
         update.addBindValue(patients.at(row).id);
         if (!update.exec())
             throw store::SqlError(db, update);
@@ -94,11 +94,12 @@ Result<RepairReport> RepairDatabase(Mode mode)
         report.patients = int(patients.size());
         if (patients.isEmpty())
             return Result<RepairReport>::success(report);
-        report.faults = checkNumbers(patients);
+        const EgnRule rule = egnrule::practiceRule(db);
+        report.faults = checkNumbers(patients, rule);
         if (!report.faults.isEmpty())
             return Result<RepairReport>::success(report);
         if (mode == Mode::Write)
-            rewriteBirthDates(patients);
+            rewriteBirthDates(patients, rule);
         report.rewritten = report.patients;
     } catch (const store::SqlError &error) {
         return Result<RepairReport>::failure(error.message());

@@ -26,6 +26,7 @@ QList<print::PageItem> heading(const DateList &list)
 print::PageDescription DateListPage(const DateList &list)
 {
     print::PageDescription form(list.forPatients ? QStringLiteral("rprDataR") : QStringLiteral("rprDataP"), print::A4);
+    form.title = QStringLiteral("Списък");
     form.items = heading(list);
     form.band.top = 34.0;
     form.band.bottom = form.size.height() - 14.0;

@@ -40,9 +40,9 @@ QString oldNumberWarning() { return QStringLiteral("Грешно ЕГН!") + Car
 QString newNumberWarning() { return QStringLiteral("Грешно ЕГН!") + CarriageReturn + QStringLiteral("Моля, проверете новото ЕГН!"); }
 
 // A number the card would not take cannot be moved to: the patient could not be opened under it.
-static QString newNumberRefusal(const QString &newEgn)
+static QString newNumberRefusal(const QString &newEgn, EgnRule rule)
 {
-    const QString refusal = lengthWrong(newEgn) ? newNumberWarning() : patientcard::numberRefusal(newEgn);
+    const QString refusal = lengthWrong(newEgn) ? newNumberWarning() : patientcard::numberRefusal(newEgn, rule);
     return refusal.isEmpty() ? refusal : refusal + CarriageReturn + QStringLiteral("Номерът не е сменен.");
 }
 
@@ -50,7 +50,10 @@ Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped)
 {
     const QString oldEgn = oldTyped.trimmed();
     const QString newEgn = newTyped.trimmed();
-    if (const QString refusal = newNumberRefusal(newEgn); !refusal.isEmpty())
+    const auto rule = patientcard::practiceEgnRule();
+    if (!rule)
+        return Result<Moved>::failure(rule.error());
+    if (const QString refusal = newNumberRefusal(newEgn, rule.value()); !refusal.isEmpty())
         return Result<Moved>::failure(refusal);
     try {
         store::Transaction transaction(store::clinicDb());

@@ -24,6 +24,18 @@ int birthYear(const QString &egn, qint64 monthCode)
     return int(text::leadingNumber(QString(century + egn.left(2))));
 }
 
+// The century of a month code, by the public rule: 0 when the code names no month.
+int centuryOf(qint64 monthCode)
+{
+    if (monthCode >= 1 && monthCode <= 12)
+        return 1900;
+    if (monthCode >= 21 && monthCode <= 32)
+        return 1800;
+    if (monthCode >= 41 && monthCode <= 52)
+        return 2000;
+    return 0;
+}
+
 int daysAllowed(qint64 month, bool leap)
 {
     switch (month) {
@@ -36,10 +48,42 @@ int daysAllowed(qint64 month, bool leap)
     }
 }
 
+bool systemMonthBad(const QString &egn)
+{
+    const qint64 month = numberAt(egn, 3, 2);
+    const qint64 first = numberAt(egn, 1, 1);
+    if (first != 0)
+        return month > 12;
+    return month > 52 || month < 41;
+}
+
+// The public rule takes the month and the year from the century code and the true calendar;
+// for every number the system's rule takes, the two give the same answer.
+bool publicDateBad(const QString &egn)
+{
+    const qint64 monthCode = numberAt(egn, 3, 2);
+    const int century = centuryOf(monthCode);
+    if (century == 0)
+        return false;
+    const int year = century + int(numberAt(egn, 1, 2));
+    return numberAt(egn, 5, 2) > daysAllowed(EgnCenturyMonth(egn), QDate::isLeapYear(year));
+}
+
 } // namespace
 
-bool EgnDateBad(const QString &egn)
+int EgnCenturyMonth(const QString &egn)
 {
+    const qint64 monthCode = numberAt(egn, 3, 2);
+    const int century = centuryOf(monthCode);
+    if (century == 0)
+        return 0;
+    return int(monthCode - (century == 1900 ? 0 : century == 1800 ? 20 : 40));
+}
+
+bool EgnDateBad(const QString &egn, EgnRule rule)
+{
+    if (rule == EgnRule::Public)
+        return publicDateBad(egn);
     const qint64 monthCode = numberAt(egn, 3, 2);
     // Divisible by four is the whole leap rule here, so 1900 and the unplaced year 0 are leap.
     const bool leap = birthYear(egn, monthCode) % 4 == 0;
@@ -49,13 +93,12 @@ bool EgnDateBad(const QString &egn)
     return numberAt(egn, 5, 2) > daysAllowed(month, leap);
 }
 
-bool EgnMonthBad(const QString &egn)
+bool EgnMonthBad(const QString &egn, EgnRule rule)
 {
-    const qint64 month = numberAt(egn, 3, 2);
-    const qint64 first = numberAt(egn, 1, 1);
-    if (first != 0)
-        return month > 12;
-    return month > 52 || month < 41;
+    // The public rule only adds: what the system takes (month 00 among it) stays taken.
+    if (rule == EgnRule::Public && EgnCenturyMonth(egn) != 0)
+        return false;
+    return systemMonthBad(egn);
 }
 
 int EgnCheckDigit(const QString &egn)
@@ -75,17 +118,19 @@ bool EgnNotTenDigits(const QString &egn)
     return egn.size() != 10 || !std::all_of(egn.begin(), egn.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-QString EgnBirthDateText(const QString &egn)
+QString EgnBirthDateText(const QString &egn, EgnRule rule)
 {
     const qint64 monthCode = numberAt(egn, 3, 2);
+    if (rule == EgnRule::Public && monthCode > 20 && monthCode < 33)
+        return egn.mid(4, 2) + u'.' + QString::number(monthCode - 20) + QStringLiteral(".18") + egn.left(2);
     if (monthCode > 40)
         return egn.mid(4, 2) + u'.' + QString::number(monthCode - 40) + QStringLiteral(".20") + egn.left(2);
     return egn.mid(4, 2) + u'.' + egn.mid(2, 2) + QStringLiteral(".19") + egn.left(2);
 }
 
-std::optional<QDate> EgnBirthDate(const QString &egn)
+std::optional<QDate> EgnBirthDate(const QString &egn, EgnRule rule)
 {
-    const QStringList parts = EgnBirthDateText(egn).split(u'.');
+    const QStringList parts = EgnBirthDateText(egn, rule).split(u'.');
     // Only plain digits and a four-digit year: a short number gives no date rather than year 197.
     if (parts.size() != 3 || parts[2].size() != 4)
         return std::nullopt;
@@ -103,9 +148,9 @@ QString EgnSex(const QString &egn)
     return numberAt(egn, 9, 1) % 2 == 0 ? QStringLiteral("М") : QStringLiteral("Ж");
 }
 
-std::optional<bool> EgnOverEighteen(const QString &egn, const QDate &today)
+std::optional<bool> EgnOverEighteen(const QString &egn, const QDate &today, EgnRule rule)
 {
-    const auto born = EgnBirthDate(egn);
+    const auto born = EgnBirthDate(egn, rule);
     if (!born)
         return std::nullopt;
     const int years = today.year() - born->year();

@@ -1,6 +1,7 @@
 #include "patients/PatientCard.h"
 
 #include "patients/EgnMessages.h"
+#include "patients/EgnRuleSetting.h"
 #include "patients/EgnRules.h"
 #include "store/Dates.h"
 #include "store/Schema.h"
@@ -23,9 +24,9 @@ QVariant storedRegistrationDate(const QString &typed)
     return QVariant();
 }
 
-QVariant storedBirthDate(const QString &egn)
+QVariant storedBirthDate(const QString &egn, EgnRule rule)
 {
-    if (const auto born = EgnBirthDate(egn))
+    if (const auto born = EgnBirthDate(egn, rule))
         return dates::toIso(*born);
     return QVariant();
 }
@@ -36,10 +37,10 @@ QVariant fieldValue(const CardData &card, const QString &field)
     return field == DataR ? storedRegistrationDate(value) : store::textOrNull(value);
 }
 
-QString firstRuleHead(const QString &egn)
+QString firstRuleHead(const QString &egn, EgnRule rule)
 {
-    return EgnDateBad(egn)          ? egnmessages::DateHead
-           : EgnMonthBad(egn)       ? egnmessages::MonthHead
+    return EgnDateBad(egn, rule)          ? egnmessages::DateHead
+           : EgnMonthBad(egn, rule)       ? egnmessages::MonthHead
            : EgnCheckDigitBad(egn) ? egnmessages::CheckDigitHead
                                     : QString();
 }
@@ -103,7 +104,7 @@ void writeChart(const CardData &card, const QString &egn)
         insertChart(card, egn);
 }
 
-qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp)
+qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp, EgnRule rule)
 {
     QHash<QString, QVariant> values;
     for (const QString &field : editedFields())
@@ -113,7 +114,7 @@ qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCar
     values.insert(QStringLiteral("IDName"), stamp.idName ? QVariant(*stamp.idName) : QVariant());
     values.insert(QStringLiteral("RZOK"), store::textOrNull(stamp.postRzok));
     values.insert(QStringLiteral("ZR"), store::textOrNull(stamp.postZr));
-    values.insert(QStringLiteral("DataB"), storedBirthDate(egn));
+    values.insert(QStringLiteral("DataB"), storedBirthDate(egn, rule));
     const QStringList names = values.keys();
     QVariantList bound;
     for (const QString &name : names)
@@ -199,13 +200,26 @@ Result<std::optional<CardData>> loadPatient(const QString &egn)
     }
 }
 
-QString numberRefusal(const QString &typed)
+Result<EgnRule> practiceEgnRule()
+{
+    try {
+        return Result<EgnRule>::success(egnrule::practiceRule(store::clinicDb()));
+    } catch (const store::SqlError &error) {
+        return Result<EgnRule>::failure(storeFailure(QStringLiteral("Правилото за ЕГН не може да бъде прочетено!"), error));
+    }
+}
+
+QString numberRefusal(const QString &typed, EgnRule rule)
 {
     if (typed.size() != 10)
         return egnmessages::InvalidLength;
     const QString egn = typed.trimmed();
-    if (const QString head = firstRuleHead(egn); !head.isEmpty())
-        return egnmessages::withNumber(head, egn);
+    if (const QString head = firstRuleHead(egn, rule); !head.isEmpty()) {
+        const QString message = egnmessages::withNumber(head, egn);
+        if (rule == EgnRule::System && egnrule::onlyThePublicRuleTakes(egn))
+            return message + CarriageReturn + egnrule::whereTheSettingIs();
+        return message;
+    }
     // The rules read a blank or a letter as a digit, and a missing tenth digit as 0: nine digits
     // whose check digit is 0 pass them. Neither is a number to file a patient under.
     if (EgnNotTenDigits(egn))
@@ -222,8 +236,11 @@ QString noBirthDateMessage(const QString &egn)
 
 Result<EgnEntry> checkEnteredEgn(const QString &typed)
 {
+    const auto rule = practiceEgnRule();
+    if (!rule)
+        return Result<EgnEntry>::failure(rule.error());
     EgnEntry entry;
-    if (const QString refusal = numberRefusal(typed); !refusal.isEmpty()) {
+    if (const QString refusal = numberRefusal(typed, rule.value()); !refusal.isEmpty()) {
         entry.messages << refusal;
         return Result<EgnEntry>::success(entry);
     }
@@ -240,7 +257,7 @@ Result<EgnEntry> checkEnteredEgn(const QString &typed)
     }
     if (entry.verdict == EgnVerdict::ExistingPatient)
         entry.messages << QStringLiteral("Имате пациент с това ЕГН!") + CarriageReturn + QStringLiteral("Ще покажа данните.");
-    else if (!EgnBirthDate(egn))
+    else if (!EgnBirthDate(egn, rule.value()))
         entry.messages << noBirthDateMessage(egn);
     return Result<EgnEntry>::success(entry);
 }
@@ -316,7 +333,10 @@ QString streetWithPrefix(const QString &typed)
 
 Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp)
 {
-    if (!numberRefusal(egn).isEmpty())
+    const auto rule = practiceEgnRule();
+    if (!rule)
+        return Result<CardData>::failure(rule.error());
+    if (!numberRefusal(egn, rule.value()).isEmpty())
         return Result<CardData>::failure(noValidNumberMessage());
     if (const QString refusal = registrationDateRefusal(card); !refusal.isEmpty())
         return Result<CardData>::failure(refusal);
@@ -325,7 +345,7 @@ Result<CardData> saveNewCard(const CardData &card, const QString &egn, const New
         if (!firstRowId(QStringLiteral("Pacients"), egn).isNull())
             return Result<CardData>::failure(egnmessages::withNumber(QStringLiteral("Вече има пациент с това ЕГН:"), egn) +
                                              CarriageReturn + QStringLiteral("Картонът не е записан."));
-        const qint64 pacientId = insertPersonalData(card, egn, stamp);
+        const qint64 pacientId = insertPersonalData(card, egn, stamp, rule.value());
         const qint64 dentalId = insertChart(card, egn);
         transaction.commit();
         return Result<CardData>::success(storedNewCard(card, egn, stamp, pacientId, dentalId));

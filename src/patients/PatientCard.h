@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "store/Result.h"
 
 #include <QHash>
@@ -44,10 +45,14 @@ struct EgnEntry final
     QString existingName;   // Names of the stored patient
 };
 
+// The rule of the personal number the practice works by (EgnRuleSetting.h).
+Result<EgnRule> practiceEgnRule();
+
 // The message with which a number is refused, or an empty text when it is taken: the length of
 // the text as typed, the three rules on the trimmed text, then ten digits. The card and the EGN
-// correction refuse the same numbers.
-QString numberRefusal(const QString &typed);
+// correction refuse the same numbers. Under the system's rule a number that the public rule
+// would take is told where the practice's setting is, below the rule's own message.
+QString numberRefusal(const QString &typed, EgnRule rule);
 
 // The steps on leaving the entry box with `typed` in it: the refusal above, then a look for a
 // stored patient of that number. A new number that names no birth date is taken with a warning.

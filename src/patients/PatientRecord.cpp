@@ -100,6 +100,7 @@ PersonalTexts BuildPersonalTexts(const PatientRow &patient, bool breakAddressAft
     PersonalTexts texts;
     texts.names = QStringLiteral("на ") + patient.value(QStringLiteral("Names")) + QStringLiteral("    ЕГН ")
                   + patient.value(QStringLiteral("EGN"));
+    texts.patientNames = patient.value(QStringLiteral("Names"));
     texts.address = PrintedAddress(patient, breakAddressAfterRegion);
     texts.telephones = PrintedTelephones(patient);
     texts.work = PrintedWork(patient);

@@ -31,6 +31,7 @@ QString RegisteredCaption(const QString &pol);
 struct PersonalTexts final
 {
     QString names; // "на <Names>    ЕГН <EGN>"
+    QString patientNames; // Names as stored: whose a PDF of the print is
     QString address;
     QString telephones;
     QString work;

@@ -144,6 +144,8 @@ void setServiceBand(print::PageDescription &form, double top, const QList<Servic
 print::PageDescription RecordPage(const PatientRecord &record)
 {
     print::PageDescription form(QStringLiteral("rprPacient"), print::A4);
+    form.title = QStringLiteral("Стоматологичен картон");
+    form.whose = record.personal.patientNames;
     addPersonalHead(form, record.personal,
                     {QStringLiteral("Label2"), QStringLiteral("Label19"), QStringLiteral("Label22"),
                      QStringLiteral("Label24"), QStringLiteral("Label25"), QStringLiteral("Label33"),

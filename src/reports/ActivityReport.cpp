@@ -1,7 +1,7 @@
 #include "reports/ActivityReport.h"
 
 #include "base/Dialogs.h"
-#include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "reports/ActivityReportWalk.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
@@ -31,6 +31,11 @@ struct PatientRow final
 class PatientFold final
 {
 public:
+    explicit PatientFold(EgnRule rule)
+        : m_rule(rule)
+    {
+    }
+
     void add(const ServiceLine &line)
     {
         const auto found = m_rowOf.constFind(line.EGN);
@@ -45,10 +50,11 @@ public:
 
 private:
     static constexpr qsizetype NoBirthDate = -1;
+    EgnRule m_rule;
 
     void startRow(const ServiceLine &line)
     {
-        const auto born = EgnBirthDate(line.EGN);
+        const auto born = EgnBirthDate(line.EGN, m_rule);
         if (!born) {
             m_rowOf.insert(line.EGN, NoBirthDate);
             skipped.add(line.EGN);
@@ -144,18 +150,20 @@ Result<SkippedPatients> BuildActivityReport(const QSqlDatabase &clinic, const QS
                                             const Period &period, const QString &medicCode)
 {
     const LineFilter filter{period, medicCode, LineOrder::ByDateThenCode};
-    PatientFold fold;
+    SkippedPatients skipped;
     try {
+        PatientFold fold(egnrule::practiceRule(clinic));
         WalkLinesWithProgress(clinic, filter, 2, [&fold](const ServiceLine &line) { fold.add(line); });
         const QString fault = finishRows(fold.rows, cardNames(clinic, filter), period);
         if (!fault.isEmpty())
             return Result<SkippedPatients>::failure(fault);
         writeRows(scratch, fold.rows);
+        skipped = fold.skipped;
     } catch (const store::SqlError &error) {
         return Result<SkippedPatients>::failure(error.message());
     }
     dialogs().information(DoneMessage);
-    return Result<SkippedPatients>::success(fold.skipped);
+    return Result<SkippedPatients>::success(skipped);
 }
 
 } // namespace reports

@@ -76,6 +76,7 @@ QList<QList<PageItem>> footerRows(qint64 minutes, int patients)
 
 void AddReportHeading(PageDescription &form, const QString &subtitle, const Period &period, const QString &medicName)
 {
+    form.whose = medicName;
     form.items << centred(QStringLiteral("Title"), 12, QStringLiteral("Справка"), 16.0, true)
                << centred(QStringLiteral("Subtitle"), 21, subtitle, 11.0)
                << centred(QStringLiteral("Label12"), 28, period.caption(), 11.0)
@@ -87,6 +88,7 @@ void AddReportHeading(PageDescription &form, const QString &subtitle, const Peri
 PageDescription WorkPage(const QSqlDatabase &scratch, const Period &period, const QString &medicName)
 {
     PageDescription form(QStringLiteral("rprWork"), A4);
+    form.title = QStringLiteral("Дейности към ЗОК");
     AddReportHeading(form, QStringLiteral("на проведените стоматологични манипулации"), period, medicName);
     form.band.top = 44.0;
     form.band.bottom = form.size.height() - 14.0;

@@ -70,9 +70,9 @@ QString AgeGroupText(AgeGroup group)
     return group == AgeGroup::UpTo18 ? QStringLiteral("до 18") : QStringLiteral("над 18");
 }
 
-std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day)
+std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day, EgnRule rule)
 {
-    const auto over = EgnOverEighteen(egn, day);
+    const auto over = EgnOverEighteen(egn, day, rule);
     if (!over)
         return std::nullopt;
     return *over ? AgeGroup::Over18 : AgeGroup::UpTo18;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "store/Csv.h"
 #include "store/Result.h"
 
@@ -33,7 +34,7 @@ struct AnnualPackage final
 
 // The age group on a day, or nullopt when the number names no birth date: up to 18 includes
 // the eighteenth birthday itself.
-std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day);
+std::optional<AgeGroup> AgeGroupOn(const QString &egn, const QDate &day, EgnRule rule);
 
 // Whether a line's tooth (Help.KodZab, an FDI number) is a permanent one; a tooth that names no
 // position is not judged.

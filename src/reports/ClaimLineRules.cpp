@@ -2,6 +2,7 @@
 
 #include "patients/EgnRules.h"
 #include "store/Dates.h"
+#include "treatment/ActivityCodes.h"
 
 namespace reports::claims {
 namespace {
@@ -32,7 +33,9 @@ public:
             add(ClaimRule::UnknownCode, line, QStringLiteral("Кодът „%1“ не е в цените на НЗОК").arg(code));
             return;
         }
-        const std::optional<AgeGroup> group = AgeGroupOn(line.EGN, line.Data);
+        if (activities::IsToothBoundCode(code) && line.KodZab.trimmed().isEmpty())
+            add(ClaimRule::NoTooth, line, QStringLiteral("%1 без код на зъб").arg(code));
+        const std::optional<AgeGroup> group = AgeGroupOn(line.EGN, line.Data, m_data.egnRule);
         if (IsMilkToothCode(code))
             checkMilkCode(line, group);
         else if (group && price(*fund, *group) == 0)
@@ -53,7 +56,7 @@ private:
         if (line.Data > m_data.today)
             add(ClaimRule::FutureDate, line,
                 QStringLiteral("Дата %1 е след днешната %2").arg(dates::toTyped(line.Data), dates::toTyped(m_data.today)));
-        const auto born = EgnBirthDate(line.EGN);
+        const auto born = EgnBirthDate(line.EGN, m_data.egnRule);
         if (born && line.Data < *born)
             add(ClaimRule::BeforeBirth, line,
                 QStringLiteral("Дата %1 е преди раждането на %2").arg(dates::toTyped(line.Data), dates::toTyped(*born)));

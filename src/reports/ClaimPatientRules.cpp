@@ -7,14 +7,14 @@ namespace reports::claims {
 namespace {
 
 // The faults of a number by the rules a card applies, all of them, as one text.
-QString EgnFaults(const QString &egn)
+QString EgnFaults(const QString &egn, EgnRule rule)
 {
     if (EgnNotTenDigits(egn))
         return egnmessages::InvalidLength;
     QStringList faults;
-    if (EgnDateBad(egn))
+    if (EgnDateBad(egn, rule))
         faults << egnmessages::DateHead;
-    if (EgnMonthBad(egn))
+    if (EgnMonthBad(egn, rule))
         faults << egnmessages::MonthHead;
     if (EgnCheckDigitBad(egn))
         faults << egnmessages::CheckDigitHead;
@@ -32,12 +32,12 @@ void CheckPatientRules(const ClaimsData &data, QList<ClaimFinding> &findings)
         if (seen.contains(line.EGN))
             continue;
         seen.insert(line.EGN);
-        if (const QString faults = EgnFaults(line.EGN); !faults.isEmpty())
+        if (const QString faults = EgnFaults(line.EGN, data.egnRule); !faults.isEmpty())
             findings << LineFinding(ClaimRule::EgnFault, line, faults);
         const auto card = data.cards.constFind(line.EGN);
         if (card == data.cards.cend())
             findings << LineFinding(ClaimRule::NoCard, line, QStringLiteral("Няма картон с това ЕГН"));
-        if (!EgnBirthDate(line.EGN))
+        if (!EgnBirthDate(line.EGN, data.egnRule))
             findings << LineFinding(ClaimRule::NoBirthDate, line,
                                     QStringLiteral("ЕГН не съдържа дата на раждане: правилата по възраст не са проверени"));
         else if (card != data.cards.cend() && !card->hasBirthDate)

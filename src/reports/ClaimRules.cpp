@@ -16,6 +16,7 @@ const QList<ClaimRuleInfo> &ClaimRules()
          QStringLiteral("332 или 508 (временни зъби) на постоянен зъб")},
         {ClaimRule::MilkCodeOverEighteen, QStringLiteral("MILK-ADULT"),
          QStringLiteral("332 или 508 (временни зъби) при пациент над 18 години")},
+        {ClaimRule::NoTooth, QStringLiteral("NO-TOOTH"), QStringLiteral("Дейност по зъб без код на зъб")},
         {ClaimRule::NotPaidForAge, QStringLiteral("AGE-UNPAID"),
          QStringLiteral("Дейност, която НЗОК не заплаща за възрастта на пациента")},
         {ClaimRule::UnknownCode, QStringLiteral("UNKNOWN-CODE"), QStringLiteral("Код, който не е код на НЗОК")},

@@ -16,6 +16,7 @@ enum class ClaimRule {
     UnknownPackage,
     MilkCodeOnPermanentTooth,
     MilkCodeOverEighteen,
+    NoTooth,
     NotPaidForAge,
     UnknownCode,
     NoPrice,

@@ -20,7 +20,7 @@ public:
     void visit(const YearLine &line)
     {
         const ServiceLine *own = m_checked.value(line.id);
-        const std::optional<AgeGroup> group = AgeGroupOn(line.EGN, line.Data);
+        const std::optional<AgeGroup> group = AgeGroupOn(line.EGN, line.Data, m_data.egnRule);
         const AnnualPackage *package = group ? m_data.packages->find(line.Data.year(), *group) : nullptr;
         if (line.KodHelp == u"101")
             countExamination(line, own, package);

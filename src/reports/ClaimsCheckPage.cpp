@@ -66,6 +66,7 @@ QString FindingsSummary(int findings)
 PageDescription ClaimsCheckPage(const QList<ClaimFinding> &findings, const Period &period, const QString &medicName)
 {
     PageDescription form(QStringLiteral("chkClaims"), A4);
+    form.title = QStringLiteral("Проверка преди отчета");
     AddReportHeading(form, QStringLiteral("за проверката на редовете към НЗОК преди отчета"), period, medicName);
     form.band.top = 44.0;
     form.band.bottom = form.size.height() - 14.0;

@@ -1,5 +1,7 @@
 #include "reports/ClaimsData.h"
 
+#include "patients/EgnRuleSetting.h"
+
 #include "store/Dates.h"
 #include "store/Sql.h"
 
@@ -108,7 +110,7 @@ private:
 ClaimsData ReadClaimsData(const QSqlDatabase &clinic, const AnnualPackageTable &packages, const Period &period,
                           const QString &medicCode, const QDate &today)
 {
-    ClaimsData data{period, medicCode, today, &packages, {}, {}, {}, {}, {}, {}};
+    ClaimsData data{period, medicCode, today, &packages, egnrule::practiceRule(clinic), {}, {}, {}, {}, {}, {}};
     WalkLines(clinic, LineFilter{period, medicCode, LineOrder::ByDate},
               [&data](const ServiceLine &line) { data.lines << line; });
     if (data.lines.isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "reports/AnnualPackage.h"
 #include "reports/ClaimRules.h"
 #include "reports/PeriodLines.h"
@@ -61,6 +62,7 @@ struct ClaimsData final
     QString medicCode;
     QDate today;
     const AnnualPackageTable *packages = nullptr;
+    EgnRule egnRule = EgnRule::System; // the practice's, by which ages and birth dates are read
     QList<ServiceLine> lines;      // the doctor's lines of the period, by date, then as stored
     QList<YearLine> yearLines;     // the patients' lines of the period's calendar years, by EGN, date, ID
     QList<SheetHolder> sheets;     // the doctor's sheets of the period's calendar years

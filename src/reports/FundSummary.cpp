@@ -1,7 +1,7 @@
 #include "reports/FundSummary.h"
 
 #include "base/Dialogs.h"
-#include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "reports/ActivityCodes.h"
 #include "reports/ActivityReportWalk.h"
 #include "store/Sql.h"
@@ -37,6 +37,7 @@ int columnOf(const QString &code)
 
 struct Tally final
 {
+    EgnRule rule = EgnRule::System;
     std::array<GroupCounts, 2> groups{}; // under 18, over 18
     SkippedPatients skipped;
 
@@ -45,7 +46,7 @@ struct Tally final
         const int column = columnOf(line.KodHelp);
         if (column < 0)
             return;
-        const auto over = EgnOverEighteen(line.EGN, line.Data);
+        const auto over = EgnOverEighteen(line.EGN, line.Data, rule);
         if (!over)
             skipped.add(line.EGN);
         else
@@ -97,6 +98,7 @@ Result<SkippedPatients> BuildFundSummary(const QSqlDatabase &clinic, const QSqlD
 {
     Tally tally;
     try {
+        tally.rule = egnrule::practiceRule(clinic);
         WalkLinesWithProgress(clinic, {period, medicCode, LineOrder::ByDateThenCode}, 1,
                               [&tally](const ServiceLine &line) { tally.add(line); });
         const QString overflow = overflowOf(tally, period);

@@ -56,6 +56,7 @@ QList<PageItem> detailRow(const QSqlQuery &query)
 PageDescription ZokcPage(const QSqlDatabase &scratch, const Period &period, const QString &medicName)
 {
     PageDescription form(QStringLiteral("rprZOKC"), A4);
+    form.title = QStringLiteral("Справка за ЗОК");
     AddReportHeading(form, QStringLiteral("на проведените стоматологични манипулации по години"), period, medicName);
     form.band.top = 48.0;
     form.band.bottom = form.size.height() - 14.0;

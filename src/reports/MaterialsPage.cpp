@@ -95,6 +95,8 @@ QString MaterialQuantityText(double kol)
 print::PageDescription MaterialsPage(const QList<MaterialUse> &rows, const Period &period, const QString &medicName)
 {
     print::PageDescription form(QStringLiteral("rprMat"), print::A4);
+    form.title = QStringLiteral("Разходи");
+    form.whose = medicName;
     form.items << heading(period, medicName);
     form.band.top = 56.0;
     form.band.bottom = form.size.height() - 15.0;

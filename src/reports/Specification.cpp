@@ -1,7 +1,7 @@
 #include "reports/Specification.h"
 
 #include "base/Dialogs.h"
-#include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "reports/ActivityCodes.h"
 #include "store/Sql.h"
 
@@ -54,6 +54,7 @@ std::optional<QString> overflowOf(const SpecificationRow &row, const Period &per
 
 struct Counting final
 {
+    EgnRule rule = EgnRule::System;
     SpecificationRow row;
     SkippedPatients skipped;
 };
@@ -64,7 +65,7 @@ void countLine(const ServiceLine &line, Counting &counting)
     // without a birth date is reported only where it kept a line out of the claim.
     if (!SpecificationCounter(line.KodHelp, false))
         return;
-    const std::optional<bool> over = EgnOverEighteen(line.EGN, line.Data);
+    const std::optional<bool> over = EgnOverEighteen(line.EGN, line.Data, counting.rule);
     if (!over) {
         counting.skipped.add(line.EGN);
         return;
@@ -81,6 +82,7 @@ Counting countLines(const QSqlDatabase &clinic, const Period &period, const QStr
     if (rows > 0)
         bar = dialogs().progress(CountingMessage, rows);
     Counting counting;
+    counting.rule = egnrule::practiceRule(clinic);
     int seen = 0;
     WalkLines(clinic, filter, [&](const ServiceLine &line) {
         if (bar && ++seen % BarStep == 0)

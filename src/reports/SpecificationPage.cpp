@@ -38,6 +38,7 @@ public:
 
     PageDescription build()
     {
+        m_form.title = QStringLiteral("Спецификация");
         addTitles();
         addUnit();
         addRepresentative();

@@ -134,6 +134,15 @@ const QList<TableDef> &clinicTables()
     return tables;
 }
 
+const QList<TableDef> &practiceTables()
+{
+    // One row per setting that every workstation of the practice shares, by name.
+    static const QList<TableDef> tables{
+        {QStringLiteral("PracticeSettings"), texts({QStringLiteral("Name"), QStringLiteral("Value")})},
+    };
+    return tables;
+}
+
 const QList<TableDef> &referenceTables()
 {
     static const QList<TableDef> tables{

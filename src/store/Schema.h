@@ -6,8 +6,10 @@
 
 namespace store {
 
-// The version of the layout below, kept in PRAGMA user_version of each file.
-inline constexpr int SchemaVersion = 1;
+// The version of the layout below, kept in PRAGMA user_version of each file. A file of an
+// earlier version is brought up to this one when it is opened (Migration.h).
+// 1: the system's tables; 2: the practice's settings (PracticeSettings).
+inline constexpr int SchemaVersion = 2;
 
 struct ColumnDef final
 {
@@ -27,6 +29,9 @@ struct TableDef final
 
 // velmorata.db: every clinic table, TempKarton included.
 const QList<TableDef> &clinicTables();
+// velmorata.db: the tables the program keeps beyond the system's own. They are not required
+// of an archive or an old practice: opening a file makes them when they are missing.
+const QList<TableDef> &practiceTables();
 // data.db: PostCode and Mater; RazhNorm has one column per material and is made from its data.
 const QList<TableDef> &referenceTables();
 const TableDef *findTable(const QList<TableDef> &tables, const QString &name);

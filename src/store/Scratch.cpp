@@ -61,6 +61,16 @@ const TableDef *layout(const QString &tableName)
 
 } // namespace
 
+namespace {
+
+bool &madeByThisRun()
+{
+    static bool made = false;
+    return made;
+}
+
+} // namespace
+
 QSqlDatabase scratchDb() { return QSqlDatabase::database(ConnectTemp, false); }
 
 QStringList scratchColumns(const QString &tableName)
@@ -76,6 +86,13 @@ void DeleteScratchFile()
         QSqlDatabase::removeDatabase(ConnectTemp);
     }
     QFile::remove(paths().scratchDb);
+    madeByThisRun() = false;
+}
+
+void DeleteScratchFileOfThisRun()
+{
+    if (madeByThisRun())
+        DeleteScratchFile();
 }
 
 Outcome CreateScratchTable(const QString &tableName)
@@ -87,6 +104,7 @@ Outcome CreateScratchTable(const QString &tableName)
     if (QFile::exists(paths().scratchDb))
         return Outcome::failure(QStringLiteral("Файлът %1 не може да се изтрие.").arg(paths().scratchDb));
     QSqlDatabase db = addConnection(paths().scratchDb, ConnectTemp);
+    madeByThisRun() = true;
     if (!db.open())
         return Outcome::failure(SqlError(db, db.lastError()).message());
     try {

@@ -16,6 +16,9 @@ Outcome CreateScratchTable(const QString &tableName);
 Outcome EmptyScratchTable(const QString &tableName);
 // Closes the scratch connection and deletes temp.db if it is there.
 void DeleteScratchFile();
+// The same, only when this run made temp.db: the store's closing calls it, so that no way out
+// of the program (its close box, "Изход", the end of a command) leaves the file behind.
+void DeleteScratchFileOfThisRun();
 
 QSqlDatabase scratchDb();
 // The column names of a layout in creation order; empty for an unknown name.

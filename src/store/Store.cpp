@@ -3,9 +3,11 @@
 #include "store/Engine.h"
 #include "store/InstanceLock.h"
 #include "store/Log.h"
+#include "store/Migration.h"
 #include "store/NewDatabaseFile.h"
 #include "store/PrivateFolder.h"
 #include "store/ReferenceData.h"
+#include "store/Scratch.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -71,7 +73,7 @@ QStringList namesOf(const QList<TableDef> &tables)
 // A file that is there but empty is set up in place only when the caller says so (openStore
 // asks first about the clinic file); a missing one is made whole beside it.
 Outcome openFile(const QString &path, const QString &connection, const QStringList &required,
-                 const SchemaFiller &create)
+                 const QList<MigrationStep> &migrations, const SchemaFiller &create)
 {
     if (!QFileInfo::exists(path))
         if (auto made = createDatabaseFile(path, create); !made)
@@ -86,6 +88,8 @@ Outcome openFile(const QString &path, const QString &connection, const QStringLi
         } else if (auto checked = checkSchema(db, path, required, present); !checked) {
             db.close();
             return checked;
+        } else {
+            migrateSchema(db, migrations);
         }
         engine().tune(db);
     } catch (const SqlError &error) {
@@ -168,8 +172,9 @@ StoreOpening openFiles(const DataPaths &paths, const OpenOptions &options)
 
 Outcome openClinicFile(const QString &path, const QString &connection)
 {
-    return openFile(path, connection, namesOf(clinicTables()), [](const QSqlDatabase &db) {
+    return openFile(path, connection, namesOf(clinicTables()), clinicMigrations(), [](const QSqlDatabase &db) {
         createTables(db, clinicTables(), clinicIndexStatements());
+        createTables(db, practiceTables(), {});
         loadClinicReferenceData(db);
         // The practice's own data is one row that the unit's form edits: a new file has it, empty.
         run(db, QStringLiteral("INSERT INTO MedicUnit DEFAULT VALUES"));
@@ -180,7 +185,7 @@ Outcome openDataFile(const QString &path, const QString &connection)
 {
     // RazhNorm has one column per material, so it is made from its data, not from a fixed layout.
     const QStringList required = namesOf(referenceTables()) << QStringLiteral("RazhNorm");
-    return openFile(path, connection, required, [](const QSqlDatabase &db) {
+    return openFile(path, connection, required, referenceMigrations(), [](const QSqlDatabase &db) {
         createTables(db, referenceTables(), referenceIndexStatements());
         loadDataReferenceData(db);
     });
@@ -259,6 +264,7 @@ Outcome reopenClinicFile(bool alreadyChecked)
 
 void closeStore()
 {
+    DeleteScratchFileOfThisRun();
     for (const QString &name : {ConnectMain, ConnectData, ConnectTemp})
         closeConnection(name);
     heldLock().reset();

@@ -1,11 +1,12 @@
 #include "treatment/FundPrice.h"
 
-#include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "store/Sql.h"
 
 FundPriceTable FundPriceTable::load(const QSqlDatabase &clinic, const QString &onlyKey)
 {
     FundPriceTable table;
+    table.m_rule = egnrule::practiceRule(clinic);
     QSqlQuery rows = onlyKey.isNull()
         ? store::run(clinic, QStringLiteral("SELECT Kod, Times, CenaNad, CenaDo FROM CenyZK ORDER BY ID"))
         : store::run(clinic, QStringLiteral("SELECT Kod, Times, CenaNad, CenaDo FROM CenyZK WHERE Kod = ? ORDER BY ID"),
@@ -23,7 +24,7 @@ Result<FundPrice> FundPriceTable::priceFor(const QString &fundKey, const QString
     const auto row = m_rows.constFind(fundKey);
     if (row == m_rows.constEnd())
         return Result<FundPrice>::success({});
-    const std::optional<bool> over = EgnOverEighteen(egn, today);
+    const std::optional<bool> over = EgnOverEighteen(egn, today, m_rule);
     if (over)
         return Result<FundPrice>::success({row->minutes, *over ? row->over : row->upTo});
     // Without a birth date only a price that is the same at every age can be given.

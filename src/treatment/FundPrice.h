@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "store/Result.h"
 
 #include <QDate>
@@ -25,7 +26,8 @@ struct FundPrice final
 class FundPriceTable final
 {
 public:
-    // Reads CenyZK, or the one row of `onlyKey` when given. Throws store::SqlError.
+    // Reads CenyZK, or the one row of `onlyKey` when given, and the practice's rule of the
+    // personal number. Throws store::SqlError.
     static FundPriceTable load(const QSqlDatabase &clinic, const QString &onlyKey = {});
 
     // A key with no row gives 0 minutes and price 0. For a number that names no birth date only
@@ -41,6 +43,7 @@ private:
         float upTo;
     };
     QHash<QString, Row> m_rows;
+    EgnRule m_rule = EgnRule::System; // the practice's, by which the age is read
 };
 
 // The same for one line, straight from the store.

@@ -3,6 +3,7 @@
 #include "base/RunState.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
+#include "treatment/ActivityCodes.h"
 #include "treatment/FundPrice.h"
 #include "treatment/Minutes.h"
 #include "treatment/SheetNumbers.h"
@@ -170,6 +171,17 @@ qint16 lowered(qint16 minutesLeft, qint16 minutes)
     return qint16(std::clamp(value, int(std::numeric_limits<qint16>::min()), int(std::numeric_limits<qint16>::max())));
 }
 
+// The line is stored as typed, since the doctor may add the tooth on the row at once; the
+// fund refuses it as it stands, and the claims check lists it until it is corrected.
+QString toothWarning(const ServiceLine &line)
+{
+    if (!activities::IsToothBoundCode(line.KodHelp.trimmed()) || !line.KodZab.trimmed().isEmpty())
+        return {};
+    return QStringLiteral("Дейност %1 е записана без код на зъб.\rНЗОК не заплаща такъв ред: "
+                          "попълнете \"Код зъб\" и запишете реда отново.")
+        .arg(line.KodHelp.trimmed());
+}
+
 void recountMinutes(const QSqlDatabase &clinic, const ServiceContext &context, SavedService &saved)
 {
     saved.labelMinutes = lowered(run().MinutesLeft, saved.Times);
@@ -208,7 +220,7 @@ Result<SavedService> SaveServiceLine(const QSqlDatabase &clinic, const ServiceCo
         return Result<SavedService>::failure(QStringLiteral("Не можете да променяте записа!\rУслугата не е записана: ")
                                              + error.message());
     }
-    SavedService saved{line, priced->price.storedPrice(), priced->price.minutes, 0, 0, {}};
+    SavedService saved{line, priced->price.storedPrice(), priced->price.minutes, 0, 0, {}, toothWarning(line)};
     recountMinutes(clinic, context, saved);
     return Result<SavedService>::success(saved);
 }

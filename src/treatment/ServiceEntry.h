@@ -55,6 +55,7 @@ struct SavedService final
     qint16 labelMinutes = 0; // MinutesLeft lowered by this line, for "Остават: N мин."
     qint16 minutesLeft = 0;  // MinutesLeft recounted from the day's lines afterwards
     QString minutesWarning;  // set when the recount failed and MinutesLeft kept the lowered value
+    QString toothWarning;    // set when an activity done on a tooth was stored without one
 };
 
 // Stores the row: the trimmed text of the current cell (any column) is expanded by the

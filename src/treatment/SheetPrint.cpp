@@ -2,6 +2,7 @@
 
 #include "base/RunState.h"
 #include "base/Spread.h"
+#include "patients/EgnRuleSetting.h"
 #include "patients/ToothMap.h"
 #include "store/Sql.h"
 #include "store/TextReading.h"
@@ -101,6 +102,7 @@ SheetData ReadSheetData(const QSqlDatabase &clinic, const QString &egn, bool has
 {
     SheetData sheet;
     sheet.egn = egn;
+    sheet.egnRule = egnrule::practiceRule(clinic);
     sheet.patient = readPatient(clinic, egn);
     sheet.doctor = readFirstDoctor(clinic);
     sheet.lines = readTempKarton(clinic);

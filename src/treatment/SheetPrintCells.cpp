@@ -23,7 +23,7 @@ void setIfSet(QHash<QString, QString> &cells, const QString &label, const QStrin
 
 } // namespace
 
-BirthCells SheetBirthCells(const QString &egn)
+BirthCells SheetBirthCells(const QString &egn, EgnRule rule)
 {
     BirthCells cells{egn.mid(4, 1) + QStringLiteral("  ") + egn.mid(5, 1), DesignMonth, DesignCentury,
                      SpreadWide(egn.left(2))};
@@ -34,7 +34,7 @@ BirthCells SheetBirthCells(const QString &egn)
     } else if (m >= 21 && m <= 32) {
         cells.century = QStringLiteral("1  8");
         // Only 21 and 22 give a month: the bound stands as the sheet always had it.
-        if (m <= 22)
+        if (m <= 22 || rule == EgnRule::Public)
             cells.month = SpreadWide(QString::number(m - 20));
     } else if (m >= 41 && m <= 52) {
         cells.century = QStringLiteral("2  0");
@@ -55,7 +55,7 @@ QHash<QString, QString> SheetHeaderCells(const SheetData &sheet)
         {QStringLiteral("Label8"), QStringLiteral("д-р ") + sheet.doctor.Names},
         {QStringLiteral("Label7"), SpreadNarrow(sheet.doctor.EGN)},
     };
-    const BirthCells birth = SheetBirthCells(sheet.egn);
+    const BirthCells birth = SheetBirthCells(sheet.egn, sheet.egnRule);
     cells.insert(QStringLiteral("Label52"), birth.day);
     cells.insert(QStringLiteral("Label51"), birth.month);
     cells.insert(QStringLiteral("Label53"), birth.century);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "treatment/PatientHeader.h"
 
 #include <QHash>
@@ -37,6 +38,7 @@ struct SheetData final
     QList<SheetLine> lines;
     bool hasExam = false;                // SheetHasExam
     std::optional<QStringList> dental;   // Z1..Z52 when the chart is to be filled and the patient has one
+    EgnRule egnRule = EgnRule::System;   // the practice's, by which the birth cells are read
 };
 
 // The design captions that a birth cell keeps when the month code sets nothing.
@@ -50,8 +52,9 @@ struct BirthCells final
     QString century; // Label53
     QString year;    // Label54
 };
-// From the personal number, by the month code in its characters 3-4.
-BirthCells SheetBirthCells(const QString &egn);
+// From the personal number, by the month code in its characters 3-4. The system's rule prints
+// the month of the 1800s code only for 21 and 22; the public rule for the whole code.
+BirthCells SheetBirthCells(const QString &egn, EgnRule rule = EgnRule::System);
 
 // The header cells that have a value, by label name (Label1 ... Label17, Label50 ... Label54).
 QHash<QString, QString> SheetHeaderCells(const SheetData &sheet);

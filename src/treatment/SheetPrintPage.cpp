@@ -145,6 +145,8 @@ void addServices(PageDescription &form, const QList<SheetLine> &lines)
 PageDescription KartonPage(const SheetData &sheet)
 {
     PageDescription form(FormName, A4);
+    form.title = QStringLiteral("Амбулаторен лист");
+    form.whose = sheet.patient.value(QStringLiteral("Names")).toString();
     const QHash<QString, QString> cells = SheetHeaderCells(sheet);
     addTitle(form, cells);
     addPatient(form, cells);

@@ -57,6 +57,8 @@ QList<ServiceColumn> dataColumns()
 print::PageDescription TreatmentDataPage(const TreatmentData &data)
 {
     print::PageDescription form(QStringLiteral("rprHelpData"), print::A4);
+    form.title = QStringLiteral("Данни за лечение");
+    form.whose = data.personal.patientNames;
     patientrecord::addPersonalHead(form, data.personal,
                                    {QStringLiteral("rNames"), QStringLiteral("rAdres"), QStringLiteral("rTel"),
                                     QStringLiteral("rWork"), QStringLiteral("rPol"), QStringLiteral("sReg"),

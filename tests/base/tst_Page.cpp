@@ -114,6 +114,29 @@ private slots:
     }
 
     // The personal number spread over the boxes of a form, wide or narrow, and read back per cell.
+    // The PDF of a print is offered under the form, whose it is and the day, never under the
+    // report's inner name, and with no character a file name cannot take.
+    void pdfFileNames_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("whose");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("sheet of a patient") << "Амбулаторен лист" << "Петър О'Нийл" << "Амбулаторен лист Петър О'Нийл 2026-03-02.pdf";
+        QTest::newRow("spaces folded") << "Разходи" << "  д-р   Иван Петров " << "Разходи д-р Иван Петров 2026-03-02.pdf";
+        QTest::newRow("no one's") << "Спецификация" << "" << "Спецификация 2026-03-02.pdf";
+        QTest::newRow("slashes and quotes") << "Справка за ЗОК" << "ДЗ \"Усмивка\" 1/2" << "Справка за ЗОК ДЗ _Усмивка_ 1_2 2026-03-02.pdf";
+        QTest::newRow("no title: the form's name") << "" << "Петър" << "rprKarton.pdf";
+    }
+    void pdfFileNames()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, whose);
+        print::PageDescription form(QStringLiteral("rprKarton"), print::A4);
+        form.title = title;
+        form.whose = whose;
+        QTEST(form.pdfFileName(QDate(2026, 3, 2)), "name");
+    }
+
     void spreadIntoDigitBoxes_data()
     {
         QTest::addColumn<QString>("value");

@@ -3,6 +3,7 @@
 #include "maintenance/Repair.h"
 #include "maintenance/ui/MaintenanceCommands.h"
 #include "patients/EgnMessages.h"
+#include "patients/EgnRuleSetting.h"
 #include "patients/EgnRules.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -73,6 +74,23 @@ private slots:
             expected << egnmessages::withNumber(head, egn);
         QCOMPARE(practice.dialogs().messages, expected);
         QCOMPARE(birthDates(), before);
+    }
+
+    // A child born in 2015 and a man born in 1875: the program's rule refuses both numbers; by
+    // the practice's public rule both are valid and their dates of birth are written.
+    void thePracticesRuleReadsTheNumbers()
+    {
+        TestPractice practice;
+        const QString child = validEgn(QDate(2015, 5, 12)), old = withCheckDigit("752101000");
+        addPatients(practice, {child, old});
+        maintenanceui::repairData();
+        QCOMPARE(practice.dialogs().messages.size(), 2);
+        QVERIFY(practice.dialogs().messages.first().startsWith(egnmessages::MonthHead));
+        practice.dialogs().messages.clear();
+        QVERIFY(egnrule::storeRule(store::clinicDb(), EgnRule::Public).ok());
+        maintenanceui::repairData();
+        QCOMPARE(practice.dialogs().messages, QStringList{repair::Done});
+        QCOMPARE(birthDates(), (QStringList{child + QStringLiteral("=2015-05-12"), old + QStringLiteral("=1875-01-01")}));
     }
 
     void emptyPracticeEndsWithoutDialog()

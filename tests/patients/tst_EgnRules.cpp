@@ -99,6 +99,69 @@ private slots:
             QCOMPARE(int(*over), answer);
     }
 
+    void publicRule_data()
+    {
+        QTest::addColumn<QString>("egn");
+        QTest::addColumn<bool>("systemTakes");
+        QTest::addColumn<bool>("dateBad");
+        QTest::addColumn<bool>("monthBad");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QDate>("date");
+        QTest::newRow("born 2015") << "1545120008" << false << false << false << "12.5.2015" << QDate(2015, 5, 12);
+        QTest::newRow("born 2010") << "1041015557" << false << false << false << "01.1.2010" << QDate(2010, 1, 1);
+        QTest::newRow("born 1875") << "7521010009" << false << false << false << "01.1.1875" << QDate(1875, 1, 1);
+        QTest::newRow("born 1905") << "0501010001" << false << false << false << "01.01.1905" << QDate(1905, 1, 1);
+        QTest::newRow("1800s month 32") << "0532150000" << false << false << false << "15.12.1805" << QDate(1805, 12, 15);
+        QTest::newRow("29 Feb 2012") << "1242290000" << false << false << false << "29.2.2012" << QDate(2012, 2, 29);
+        QTest::newRow("29 Feb 2013") << "1342290003" << false << true << false << "29.2.2013" << QDate();
+        QTest::newRow("29 Feb 1900 is no day") << "0002290001" << false << true << false << "29.02.1900" << QDate();
+        QTest::newRow("29 Feb 1800 is no day") << "0022290006" << false << true << false << "29.2.1800" << QDate();
+        QTest::newRow("31 April 2015") << "1544310003" << false << true << false << "31.4.2015" << QDate();
+        QTest::newRow("month code 53") << "1553010009" << false << false << true << "01.13.2015" << QDate();
+        QTest::newRow("month code 33") << "1533010004" << false << false << true << "01.33.1915" << QDate();
+        QTest::newRow("1975 as before") << "7501012347" << true << false << false << "01.01.1975" << QDate(1975, 1, 1);
+        QTest::newRow("month 00 still passes") << "7500010000" << true << false << false << "01.00.1975" << QDate();
+    }
+    void publicRule()
+    {
+        QFETCH(QString, egn);
+        QFETCH(bool, systemTakes);
+        QFETCH(QDate, date);
+        QCOMPARE(!EgnDateBad(egn) && !EgnMonthBad(egn), systemTakes);
+        QTEST(EgnDateBad(egn, EgnRule::Public), "dateBad");
+        QTEST(EgnMonthBad(egn, EgnRule::Public), "monthBad");
+        QTEST(EgnBirthDateText(egn, EgnRule::Public), "text");
+        QCOMPARE(EgnBirthDate(egn, EgnRule::Public).value_or(QDate()), date);
+    }
+
+    // Switching a practice to the public rule must not turn away a patient it already has:
+    // every number the system's rule takes, the public rule takes with the same birth date.
+    void publicRuleTakesAllTheSystemTakes()
+    {
+        int taken = 0;
+        for (int year = 0; year < 100; ++year)
+            for (int month = 0; month < 100; ++month)
+                for (int day : {0, 1, 28, 29, 30, 31, 32}) {
+                    const QString nine = QStringLiteral("%1%2%3000").arg(year, 2, 10, QChar(u'0'))
+                                             .arg(month, 2, 10, QChar(u'0')).arg(day, 2, 10, QChar(u'0'));
+                    const QString egn = nine + QString::number(EgnCheckDigit(nine));
+                    if (EgnDateBad(egn) || EgnMonthBad(egn))
+                        continue;
+                    ++taken;
+                    QVERIFY2(!EgnDateBad(egn, EgnRule::Public) && !EgnMonthBad(egn, EgnRule::Public), qPrintable(egn));
+                    QCOMPARE(EgnBirthDate(egn, EgnRule::Public), EgnBirthDate(egn));
+                }
+        QVERIFY(taken > 1000);
+    }
+
+    void publicRuleReadsTheAgeOfAChild()
+    {
+        QCOMPARE(EgnOverEighteen(QStringLiteral("1545120008"), QDate(2026, 3, 1), EgnRule::Public), std::optional<bool>(false));
+        QCOMPARE(EgnOverEighteen(QStringLiteral("1545120008"), QDate(2033, 5, 13), EgnRule::Public), std::optional<bool>(true));
+        QCOMPARE(EgnOverEighteen(QStringLiteral("7521010009"), QDate(2026, 3, 1)), std::nullopt);
+        QCOMPARE(EgnOverEighteen(QStringLiteral("7521010009"), QDate(2026, 3, 1), EgnRule::Public), std::optional<bool>(true));
+    }
+
     void messagesCarryTheNumber()
     {
         const QString message = egnmessages::withNumber(egnmessages::DateHead, QStringLiteral("7504310005"));

@@ -1,5 +1,7 @@
 #include "patients/EgnMessages.h"
 #include "patients/EgnCorrection.h"
+#include "patients/EgnRuleSetting.h"
+#include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
@@ -15,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -107,6 +110,25 @@ class TestKartonAddScreen final : public QObject
 {
     Q_OBJECT
 private slots:
+    // "Правило за ЕГН" shows the practice's rule, stores the one chosen, and "Затвори" leaves it.
+    void theRuleFormStoresTheChoice()
+    {
+        TestPractice practice;
+        {
+            EgnRuleForm form;
+            QVERIFY(form.findChild<QRadioButton *>(QStringLiteral("optSystem"))->isChecked());
+            form.findChild<QRadioButton *>(QStringLiteral("optPublic"))->setChecked(true);
+            QTest::mouseClick(form.findChild<QPushButton *>(QStringLiteral("cmdUpdate")), Qt::LeftButton);
+            QCOMPARE(form.result(), int(QDialog::Accepted));
+        }
+        QCOMPARE(egnrule::storedRule(store::clinicDb()), EgnRule::Public);
+        EgnRuleForm again;
+        QVERIFY(again.findChild<QRadioButton *>(QStringLiteral("optPublic"))->isChecked());
+        again.findChild<QRadioButton *>(QStringLiteral("optSystem"))->setChecked(true);
+        QTest::mouseClick(again.findChild<QPushButton *>(QStringLiteral("cmdClose")), Qt::LeftButton);
+        QCOMPARE(egnrule::storedRule(store::clinicDb()), EgnRule::Public);
+    }
+
     void registersNewPatientWithChart()
     {
         SignedIn signedIn;

@@ -1,5 +1,6 @@
 #include "patients/EgnMessages.h"
 #include "patients/EgnRules.h"
+#include "patients/EgnRuleSetting.h"
 #include "patients/PatientCard.h"
 
 #include "TestPractice.h"
@@ -88,6 +89,46 @@ private slots:
             QCOMPARE(entry->existingName, QStringLiteral("Иван Петров Иванов"));
         if (entry->verdict != EgnVerdict::Failed)
             QCOMPARE(entry->sex, typed == validEgn(QDate(1975, 1, 1)) ? QStringLiteral("М") : QStringLiteral("Ж"));
+    }
+
+    // A child born in 2015 under each of the practice's rules: the system's refuses the number
+    // with its own message and says below it where the setting is; the public rule takes it,
+    // and the new card stores the birth date it names.
+    void childBornIn2015_data()
+    {
+        QTest::addColumn<bool>("publicRule");
+        QTest::newRow("the system's rule") << false;
+        QTest::newRow("the public rule") << true;
+    }
+    void childBornIn2015()
+    {
+        QFETCH(bool, publicRule);
+        TestPractice practice;
+        const QString child = validEgn(QDate(2015, 5, 12));
+        QVERIFY(egnrule::storeRule(store::clinicDb(), publicRule ? EgnRule::Public : EgnRule::System).ok());
+        const auto entry = checkEnteredEgn(child);
+        QVERIFY(entry.ok());
+        if (!publicRule) {
+            QCOMPARE(entry->messages, QStringList{egnmessages::withNumber(egnmessages::MonthHead, child) + u'\r' + egnrule::whereTheSettingIs()});
+            QVERIFY(egnrule::whereTheSettingIs().contains(QStringLiteral("\"Служебна\" → \"Правило за ЕГН\"")));
+            QVERIFY(!saveNewCard(CardData{}, child, {}).ok());
+            return;
+        }
+        QCOMPARE(entry->messages, QStringList{});
+        QCOMPARE(int(entry->verdict), int(EgnVerdict::NewPatient));
+        QVERIFY(saveNewCard(CardData{}, child, {Doctor, std::nullopt, {}, {}}).ok());
+        QCOMPARE(practice.row(QStringLiteral("SELECT DataB FROM Pacients WHERE EGN = ?"), {child}),
+                 QStringList{QStringLiteral("2015-05-12")});
+    }
+
+    // Only a number the public rule would take is told about the setting: a plain mistake is not.
+    void theSettingIsNamedOnlyWhereItHelps()
+    {
+        TestPractice practice;
+        QVERIFY(!numberRefusal(QStringLiteral("7513011234"), EgnRule::System).contains(egnrule::whereTheSettingIs()));
+        QVERIFY(!numberRefusal(validEgn(QDate(2015, 5, 12)), EgnRule::Public).contains(egnrule::whereTheSettingIs()));
+        QVERIFY(numberRefusal(validEgn(QDate(2015, 5, 12)), EgnRule::System).contains(egnrule::whereTheSettingIs()));
+        QCOMPARE(egnrule::storedRule(store::clinicDb()), EgnRule::System);
     }
 
     void inputRules_data()

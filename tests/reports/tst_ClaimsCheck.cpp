@@ -124,6 +124,11 @@ private slots:
                                      << QStringList{"AGE-UNPAID"};
         QTest::newRow("code not the fund's") << Adult << day << "302" << "36" << s1 << "" << "" << QStringList{"UNKNOWN-CODE"};
         QTest::newRow("no code") << Adult << day << "" << "" << s1 << "" << "" << QStringList{"UNKNOWN-CODE"};
+        QTest::newRow("filling without a tooth") << Adult << day << "301" << "" << s1 << "" << "" << QStringList{"NO-TOOTH"};
+        QTest::newRow("filling with a blank tooth") << Adult << day << "301А" << "  " << s1 << "" << "" << QStringList{"NO-TOOTH"};
+        QTest::newRow("extraction without a tooth") << Adult << day << "509" << "" << s1 << "" << "" << QStringList{"NO-TOOTH"};
+        QTest::newRow("332 without a tooth") << Child << day << "332" << "" << s1 << "" << "" << QStringList{"NO-TOOTH"};
+        QTest::newRow("examination needs no tooth") << Adult << day << "101" << "" << s1 << "" << "" << QStringList{};
         QTest::newRow("price 0") << Adult << day << "301" << "36" << s1 << "0" << "" << QStringList{"NO-PRICE"};
         QTest::newRow("price missing") << Adult << day << "101" << "" << s1 << "null" << "" << QStringList{"NO-PRICE"};
         QTest::newRow("no minutes") << Adult << day << "301" << "36" << s1 << "" << "null" << QStringList{"NO-MINUTES"};

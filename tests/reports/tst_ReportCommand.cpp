@@ -68,6 +68,19 @@ private slots:
         QCOMPARE(run.out.split(u'\n', Qt::SkipEmptyParts), lines);
     }
 
+    // The report's name may stand after its options, as the options may stand after it.
+    void theReportsNameAfterItsOptions()
+    {
+        const QStringList period{"--from", "01.03.2026", "--to", "31.03.2026"};
+        const CommandRun first = report(QStringLiteral("summary"), period);
+        const CommandRun last = runCommand<ReportCommand>(
+            QStringLiteral("report"), QStringList{QStringLiteral("--doctor"), Doctor} + period + QStringList{"summary"},
+            m_folder.path());
+        QCOMPARE(last.exitCode, 0);
+        QVERIFY(!last.out.isEmpty());
+        QCOMPARE(last.out, first.out);
+    }
+
     void specificationCells()
     {
         const CommandRun run = report(QStringLiteral("specification"), {"--from", "01.03.2026", "--to", "31.03.2026"});
@@ -146,6 +159,30 @@ private slots:
         const CommandRun clean = report(QStringLiteral("check"), {"--from", "01.04.2026", "--to", "30.04.2026"});
         QCOMPARE(clean.exitCode, 0);
         QVERIFY(clean.out.isEmpty());
+    }
+
+    // The child born in 2021 has a number the program's own rule refuses: --egn-rule public
+    // reads it for this run, the practice's setting stays, and a rule of no name is refused.
+    void theRuleOfTheRun_data()
+    {
+        QTest::addColumn<QStringList>("rule");
+        QTest::addColumn<bool>("childFound");
+        QTest::addColumn<int>("code");
+        QTest::newRow("the practice's") << QStringList{} << true << 1;
+        QTest::newRow("system") << QStringList{"--egn-rule", "system"} << true << 1;
+        QTest::newRow("public") << QStringList{"--egn-rule", "public"} << false << 1;
+        QTest::newRow("no rule") << QStringList{"--egn-rule", "lax"} << false << 2;
+    }
+    void theRuleOfTheRun()
+    {
+        QFETCH(QStringList, rule);
+        QFETCH(bool, childFound);
+        QFETCH(int, code);
+        const QStringList march{"--from", "01.03.2026", "--to", "31.03.2026", "--today", "02.04.2026"};
+        const CommandRun found = report(QStringLiteral("check"), march + rule);
+        QCOMPARE(found.exitCode, code);
+        QCOMPARE(found.out.contains(QStringLiteral("EGN\t") + m_child), childFound);
+        QCOMPARE(found.out.contains(QStringLiteral("EGN\t") + m_adult), false);
     }
 
     void refusals_data()

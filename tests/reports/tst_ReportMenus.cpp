@@ -53,6 +53,7 @@ private slots:
         m_clean = addPatient(QDate(1980, 5, 6), QStringLiteral("Мария Иванова Петрова"));
         m_practice->addService(m_clean, QDate(2026, 3, 5), QStringLiteral("101"), Doctor);
         m_practice->addService(m_clean, QDate(2026, 3, 5), QStringLiteral("301"), Doctor);
+        store::run(store::clinicDb(), QStringLiteral("UPDATE Help SET KodZab = '36' WHERE KodHelp = '301'"));
         priceEveryLine();
         m_window = std::make_unique<frmMain>(QFINDTESTDATA("../../help"));
         m_window->show();

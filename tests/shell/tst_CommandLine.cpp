@@ -134,6 +134,25 @@ private slots:
         QCOMPARE(result.out, line + u'\n');
     }
 
+    // A child born in 2015: the system's rule finds a month fault, the public rule none; the
+    // birth date and the age read the same by both.
+    void egnByEitherRule_data()
+    {
+        QTest::addColumn<QStringList>("rule");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("default") << QStringList{} << "1545120008\t0\t1\t0\t12.5.2015\tМ\t0\t0";
+        QTest::newRow("system") << QStringList{"--egn-rule", "system"} << "1545120008\t0\t1\t0\t12.5.2015\tМ\t0\t0";
+        QTest::newRow("public") << QStringList{"--egn-rule", "public"} << "1545120008\t0\t0\t0\t12.5.2015\tМ\t0\t0";
+    }
+    void egnByEitherRule()
+    {
+        QFETCH(QStringList, rule);
+        QFETCH(QString, line);
+        const CommandRun result = velmorata(QStringList{u"egn"_s, u"--today"_s, u"15.03.2026"_s} + rule + QStringList{u"1545120008"_s});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out, line + u'\n');
+    }
+
     // Runs that need no practice and no window: what they print, and where.
     void plainRuns_data()
     {
@@ -146,6 +165,11 @@ private slots:
             << QStringList{"invoice", "--data-dir", "x"} << 2 << QStringList{"unknown command \"invoice\""} + verbs;
         QTest::newRow("--version") << QStringList{"--version"} << 0 << QStringList{"Velmorata"};
         QTest::newRow("egn, today no date") << QStringList{"egn", "--today", "31.02.2026", "1"} << 2 << QStringList{};
+        QTest::newRow("egn, a rule of no name") << QStringList{"egn", "--egn-rule", "lax", "1"} << 2 << QStringList{"public or system"};
+        QTest::newRow("report with options only") << QStringList{"report", "--doctor", "1", "--from", "01.01.2026"} << 2
+                                                  << QStringList{"report: no report named", "report xml"};
+        QTest::newRow("print with options only") << QStringList{"print", "--data-dir", "x", "--pdf", "f.pdf"} << 2
+                                                 << QStringList{"print: no form named", "sheet"};
     }
     void plainRuns()
     {
@@ -407,6 +431,11 @@ private slots:
                                            << "31.02.2026";
         QTest::newRow("born") << QStringList{"list", "born"} + year << 0 << "Списък";
         QTest::newRow("no such list") << QStringList{"list", "died"} + year << 1 << "born, registered or visited";
+        QTest::newRow("options before the form") << QStringList{"--egn", egn, "record"} << 0 << "Картон на";
+        QTest::newRow("an option with = before the list") << QStringList{"--from=01.01.1975", "list", "born", "--to", "31.12.1975"}
+                                                          << 0 << "Списък";
+        QTest::newRow("no form, only options") << QStringList{"--egn", egn} << 2 << "print: no form named";
+        QTest::newRow("a rule of no name") << QStringList{"record", "--egn", egn, "--egn-rule", "lax"} << 2 << "--egn-rule";
     }
     void printFormsPrintOrRefuse()
     {

@@ -179,7 +179,8 @@ private slots:
 
     // The clock has no timer: it shows the count of its last refresh, which its showing and its
     // own activation make. The main window recounts every doctor's services of the day when it
-    // is activated. The view item's mark follows the item, not a close of the clock.
+    // is activated. It is shown with the window, as its item starts checked; the view item's
+    // mark follows the item, not a close of the clock.
     void clock()
     {
         TestPractice practice;
@@ -192,8 +193,8 @@ private slots:
             auto *clock = window.findChild<TimeDay *>();
             return clock && clock->isVisible();
         };
-        QVERIFY(item->isChecked() && !clockShown());
-        trigger(window, u"mnuViewTime"_s); // takes the mark off a clock that was not showing
+        QVERIFY(item->isChecked() && clockShown()); // the mark and the clock agree from the start
+        trigger(window, u"mnuViewTime"_s);
         QVERIFY(!item->isChecked() && !clockShown());
         trigger(window, u"mnuViewTime"_s);
         QVERIFY(item->isChecked() && clockShown());
@@ -381,6 +382,7 @@ private slots:
         window.show();
         QCOMPARE(titleOfModal([&] { trigger(window, u"mnuHelpAbout"_s); }), u"Програма..."_s);
         QCOMPARE(titleOfModal([&] { trigger(window, u"mnuCahgePass"_s); }), u"Смяна на паролата"_s);
+        QCOMPARE(titleOfModal([&] { window.findChild<QAction *>(u"mnuSlgEgnRule"_s)->trigger(); }), u"Правило за ЕГН"_s);
         for (const QString item : {"mnuPacReg", "mnuPacReg", "mnuPacKorEGN", "mnuPacKorEGN"})
             trigger(window, item);
         QCOMPARE(openWindows<KorEGN>().size(), 1);

@@ -9,6 +9,9 @@
 #include "admin/ui/MedicUnitForm.h"
 #include "base/RunState.h"
 #include "base/ui/WindowPlacement.h"
+#include "base/ui/PrintOffsetDialog.h"
+#include "base/ui/PrintPreview.h"
+#include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
@@ -25,6 +28,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QToolBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QTemporaryDir>
@@ -57,6 +61,14 @@ template <typename Window, typename... Args> MakeWindow plain(Args... args)
 std::unique_ptr<QWidget> openTreatment()
 {
     return std::unique_ptr<QWidget>(DenHelp::open(patientEgn(), Name, QStringLiteral("Edit")));
+}
+
+// What a title bar needs to show the whole title: the text in bold and at least three buttons.
+int wholeTitleWidth(const QWidget *window)
+{
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    return QFontMetrics(bold).horizontalAdvance(window->windowTitle()) + 3 * 40;
 }
 
 bool closeButtonOnWindow(QWidget *window, const QString &button)
@@ -94,6 +106,8 @@ private slots:
         QTest::newRow("About") << plain<About>() << QString();
         QTest::newRow("HelpWindow") << plain<HelpWindow>() << QString();
         QTest::newRow("TimeDay") << plain<TimeDay>() << QString();
+        QTest::newRow("PrintOffsetDialog") << plain<print::PrintOffsetDialog>(QStringLiteral("rprKarton"), nullptr) << QString();
+        QTest::newRow("EgnRuleForm") << plain<EgnRuleForm>() << QStringLiteral("cmdClose");
         QTest::newRow("DenHelp") << MakeWindow([] {
             auto window = openTreatment();
             QWidget *shown = window.get();
@@ -127,6 +141,8 @@ private slots:
                  qPrintable(QStringLiteral("needs %1×%2").arg(least.width()).arg(least.height())));
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY2(window->width() >= wholeTitleWidth(window),
+                 qPrintable(QStringLiteral("\"%1\" is cut at %2 px").arg(window->windowTitle()).arg(window->width())));
         const QRect frame = window->frameGeometry();
         QVERIFY2(window->screen()->availableGeometry().contains(frame),
                  qPrintable(QStringLiteral("%1,%2 %3×%4").arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height())));
@@ -135,6 +151,58 @@ private slots:
             QCoreApplication::processEvents();
             QVERIFY(closeButtonOnWindow(window, closeButton));
         }
+    }
+
+    // "Корекция" (F4) opens the card with the patient's services beside it: the history's frame,
+    // its title bar included, is on the screen, and it covers neither the card's title bar (and
+    // close box) nor the card's upper fields.
+    void historyBesideTheCardLeavesItClear()
+    {
+        TestPractice practice;
+        run().CurrentMedicCode = Doctor;
+        run().CardMode = QStringLiteral("Edit");
+        practice.addPatient(patientEgn(), Name, Doctor);
+        KartonAdd *card = KartonAdd::openForCorrection(Name, patientEgn());
+        QVERIFY(card && card->history());
+        QVERIFY(QTest::qWaitForWindowExposed(card->history()));
+        const QRect history = card->history()->frameGeometry();
+        QVERIFY(card->screen()->availableGeometry().contains(history));
+        const QRect cardFrame = card->frameGeometry();
+        const QRect titleBar(cardFrame.topLeft(), QSize(cardFrame.width(), card->geometry().top() - cardFrame.top()));
+        QVERIFY(titleBar.height() > 0);
+        QVERIFY(!history.intersects(titleBar));
+        for (const char *name : {"Text3", "txtFields(17)", "Text7", "Text8"}) {
+            const auto *field = card->findChild<QWidget *>(QString::fromLatin1(name));
+            QVERIFY2(field, name);
+            QVERIFY2(!history.intersects(QRect(field->mapToGlobal(QPoint(0, 0)), field->size())), name);
+        }
+        card->close();
+    }
+
+    // The preview of a form for the fund's paper, as wide as the screen: every action of the
+    // program's own stands on its bar, none behind the bar's "»". The offscreen style draws
+    // narrower buttons than a desktop's, whose bars are up to half as wide again: a bar that
+    // carries one of ours must fit the screen with that to spare.
+    void previewActionsAreInReach()
+    {
+        TestPractice practice;
+        auto *preview = new print::PrintPreview(print::PageDescription(QStringLiteral("rprKarton"), print::A4));
+        preview->showMaximized();
+        QVERIFY(QTest::qWaitForWindowExposed(preview));
+        QVERIFY(preview->width() > SmallestScreen.width() - 20);
+        for (const char *name : {"actSavePdf", "actOffset", "actDataOnly"}) {
+            auto *action = preview->findChild<QAction *>(QString::fromLatin1(name));
+            QVERIFY2(action, name);
+            QToolBar *carrier = nullptr;
+            for (QToolBar *bar : preview->findChildren<QToolBar *>())
+                if (bar->actions().contains(action))
+                    carrier = bar;
+            QVERIFY2(carrier, name);
+            QVERIFY2(carrier->widgetForAction(action)->isVisible(), name);
+            QVERIFY2(carrier->sizeHint().width() * 3 / 2 <= preview->width(),
+                     qPrintable(QStringLiteral("%1 on a bar of %2 px").arg(QString::fromLatin1(name)).arg(carrier->sizeHint().width())));
+        }
+        preview->close();
     }
 
     // A window placed out of the screen's free area comes back into it, shrunk where it is larger.

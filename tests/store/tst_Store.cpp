@@ -199,6 +199,33 @@ private slots:
     }
 
     // A damaged or foreign clinic file is refused, named, and left as it was.
+    // A practice of the first version gets the practice's settings when it is opened, and
+    // keeps what it had; a file newer than the program is refused before anything is written.
+    void anEarlierVersionIsBroughtUpToDate()
+    {
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        QVERIFY(store::openStore(paths).ok());
+        store::run(store::clinicDb(), QStringLiteral("INSERT INTO Medic (Names) VALUES ('д-р Първи')"));
+        store::run(store::clinicDb(), QStringLiteral("DROP TABLE PracticeSettings"));
+        store::run(store::clinicDb(), QStringLiteral("PRAGMA user_version = 1"));
+        store::run(store::dataDb(), QStringLiteral("PRAGMA user_version = 1"));
+        store::closeStore();
+
+        QVERIFY(store::openStore(paths).ok());
+        for (const QSqlDatabase &db : {store::clinicDb(), store::dataDb()})
+            QCOMPARE(number(db, QStringLiteral("PRAGMA user_version")), store::SchemaVersion);
+        QCOMPARE(columnsOf(store::clinicDb(), QStringLiteral("PracticeSettings")),
+                 QStringList{QStringLiteral("ID")} + store::practiceTables().first().columnNames());
+        QCOMPARE(number(store::clinicDb(), QStringLiteral("SELECT COUNT(*) FROM Medic")), 1);
+
+        store::run(store::clinicDb(), QStringLiteral("PRAGMA user_version = %1").arg(store::SchemaVersion + 1));
+        store::closeStore();
+        const auto newer = store::openStore(paths);
+        QVERIFY(!newer.ok());
+        QVERIFY2(newer.error().contains(QStringLiteral("по-нова версия")), qPrintable(newer.error()));
+    }
+
     void refusesDamagedFiles_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -493,6 +520,27 @@ private slots:
         QVERIFY(QFile::exists(store::paths().scratchDb));
         store::DeleteScratchFile();
         QVERIFY(!QFile::exists(store::paths().scratchDb));
+    }
+
+    // However the program ends, its closing of the store takes the scratch file it made with it;
+    // a temp.db it found there (a run that was killed) it leaves to the next report to replace.
+    void theStoresClosingDeletesItsScratchFile_data()
+    {
+        QTest::addColumn<bool>("madeByThisRun");
+        QTest::newRow("made by this run") << true;
+        QTest::newRow("found there") << false;
+    }
+    void theStoresClosingDeletesItsScratchFile()
+    {
+        QFETCH(bool, madeByThisRun);
+        QTemporaryDir dir;
+        const auto paths = store::DataPaths::inFolder(dir.path());
+        writeFile(paths.scratchDb, "left by a killed run");
+        QVERIFY(store::openStore(paths).ok());
+        if (madeByThisRun)
+            QVERIFY(store::CreateScratchTable(QStringLiteral("TempWork")).ok());
+        store::closeStore();
+        QCOMPARE(QFile::exists(paths.scratchDb), !madeByThisRun);
     }
 };
 

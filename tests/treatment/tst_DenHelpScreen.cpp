@@ -245,6 +245,11 @@ private slots:
                  (QStringList{"301", "Caries media", "15.03.2026", "000001"}));
         QCOMPARE(labelText(window, u"Label6"_s), u"Остават: 334 мин."_s);
         QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help WHERE Cena = 21.13 AND Times = 26 AND ListID = '000001'"_s), 1);
+        // The tooth box was left empty: the line is stored, and the doctor is told it wants one.
+        QCOMPARE(practice.dialogs().messages.size(), 1);
+        QVERIFY2(practice.dialogs().messages.first().startsWith(u"Дейност 301 е записана без код на зъб."_s),
+                 qPrintable(practice.dialogs().messages.first()));
+        practice.dialogs().messages.clear();
         QVERIFY(!push(window, u"cmdUpdate"_s)->isEnabled());
         QVERIFY(push(window, u"cmdClose"_s)->isDefault());
 

@@ -251,6 +251,37 @@ private slots:
         QCOMPARE(int(run().MinutesLeft), 360);
     }
 
+    // A filling typed with the tooth box empty is stored as typed, with a warning that names it;
+    // an examination needs no tooth, and a filling with one gets no warning.
+    void activityOnAToothWithoutOne_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("tooth");
+        QTest::addColumn<QString>("warned");
+        QTest::newRow("30-2 without a tooth") << "30-2" << "" << "301";
+        QTest::newRow("30-2 with a blank") << "30-2" << " " << "301";
+        QTest::newRow("extraction without a tooth") << "59" << "" << "509";
+        QTest::newRow("30-2 on 36") << "30-2" << "36" << "";
+        QTest::newRow("examination") << "1" << "" << "";
+    }
+    void activityOnAToothWithoutOne()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, tooth);
+        QFETCH(QString, warned);
+        TestPractice practice(Today);
+        run().MinutesLeft = 360;
+        ServiceLine line = typedLine(typed);
+        line.KodZab = tooth;
+        const auto saved = save(validEgn(QDate(1980, 6, 1)), line);
+        QVERIFY2(saved.ok(), qPrintable(saved.error()));
+        QCOMPARE(practice.count(u"SELECT COUNT(*) FROM Help"_s), 1);
+        QCOMPARE(saved->toothWarning.isEmpty(), warned.isEmpty());
+        if (!warned.isEmpty())
+            QVERIFY2(saved->toothWarning.contains(u"Дейност "_s + warned + u" е записана без код на зъб"_s),
+                     qPrintable(saved->toothWarning));
+    }
+
     void unpaidLineQuestion_data()
     {
         QTest::addColumn<QString>("code");

@@ -92,6 +92,17 @@ private slots:
         QCOMPARE(page.textAt(u"Label54"_s), SpreadWide(egn.left(2)));
     }
 
+    // By the public rule the 1800s code prints its month for every month, beyond the bound of 22.
+    void birthCellsByThePublicRule()
+    {
+        SheetData sheet;
+        sheet.egn = u"9925101234"_s;
+        sheet.egnRule = EgnRule::Public;
+        const print::Page page = firstPage(sheet);
+        QCOMPARE(page.textAt(u"Label53"_s), u"1  8"_s);
+        QCOMPARE(page.textAt(u"Label51"_s), SpreadWide(u"5"_s));
+    }
+
     void headerCells()
     {
         SheetData sheet;

@@ -3,6 +3,7 @@
 #include "base/Dialogs.h"
 #include "base/PrintOffsets.h"
 #include "base/Settings.h"
+#include "base/ui/WindowPlacement.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
@@ -44,6 +45,7 @@ PrintOffsetDialog::PrintOffsetDialog(const QString &formName, QWidget *parent)
     layout->addRow(QStringLiteral("Надясно:"), m_x);
     layout->addRow(QStringLiteral("Надолу:"), m_y);
     layout->addRow(buttons);
+    keepTitleWhole(this);
 }
 
 QPointF PrintOffsetDialog::offset() const { return {m_x->value(), m_y->value()}; }

@@ -1,11 +1,13 @@
 #include "base/ui/PrintPreview.h"
 
+#include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/PrintOffsets.h"
 #include "base/ui/PrintOffsetDialog.h"
 #include "base/ui/PrintRenderer.h"
 
 #include <QAction>
+#include <QMainWindow>
 #include <QFileDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -34,10 +36,17 @@ PrintPreview *PrintPreview::showForm(const PageDescription &form, QWidget *paren
 
 void PrintPreview::addActions()
 {
-    auto *bar = findChild<QToolBar *>();
-    if (!bar)
+    // The preview's own bar fills a 1366 px screen; ours stands on a row of its own below it,
+    // where no action of it is pushed behind the bar's "»".
+    auto *frame = findChild<QMainWindow *>();
+    if (!frame)
         return;
-    bar->addSeparator();
+    auto *bar = new QToolBar(frame);
+    bar->setObjectName(QStringLiteral("tbForm"));
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->setMovable(false);
+    frame->addToolBarBreak();
+    frame->addToolBar(bar);
     QAction *pdf = bar->addAction(QStringLiteral("PDF..."), this, &PrintPreview::saveAsPdf);
     pdf->setObjectName(QStringLiteral("actSavePdf"));
     pdf->setToolTip(QStringLiteral("Запис като PDF"));
@@ -64,7 +73,7 @@ void PrintPreview::paint(QPrinter *target)
 
 void PrintPreview::saveAsPdf()
 {
-    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Запис като PDF"), m_form.formName + QStringLiteral(".pdf"),
+    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Запис като PDF"), m_form.pdfFileName(calendar::today()),
                                                 QStringLiteral("PDF (*.pdf)"));
     if (path.isEmpty())
         return;

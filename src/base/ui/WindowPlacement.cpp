@@ -39,6 +39,39 @@ void keepOnScreen(QWidget *window)
                  clampedStart(frame.y(), outer.height(), area.y(), area.height()));
 }
 
+void placeBeside(QWidget *window, const QWidget *anchor)
+{
+    keepOnScreen(window);
+    const QRect frame = window->frameGeometry();
+    const QRect beside = anchor->frameGeometry();
+    const QScreen *screen = screenOf(anchor, beside);
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    const int top = clampedStart(beside.top(), frame.height(), area.top(), area.height());
+    if (beside.right() + frame.width() <= area.right())
+        window->move(beside.right() + 1, top);
+    else if (beside.left() - frame.width() >= area.left())
+        window->move(beside.left() - frame.width(), top);
+    else
+        window->move(area.right() + 1 - frame.width(), area.bottom() + 1 - frame.height());
+}
+
+int titleWidth(const QWidget *window)
+{
+    // Title bars draw in a bold face, about the size of the program's; the room for the
+    // frame's buttons (menu, minimise, maximise, close) and its borders comes on top.
+    constexpr int frameButtons = 4 * 32 + 24;
+    QFont title = QGuiApplication::font();
+    title.setBold(true);
+    return QFontMetrics(title).horizontalAdvance(window->windowTitle()) + frameButtons;
+}
+
+void keepTitleWhole(QWidget *window)
+{
+    window->setMinimumWidth(std::max(window->minimumWidth(), titleWidth(window)));
+}
+
 void bringForward(QWidget *window)
 {
     if (window->isMinimized())

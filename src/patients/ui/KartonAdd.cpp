@@ -180,9 +180,8 @@ KartonAdd *KartonAdd::open(const QString &mode, const QString &foundName, const 
     card->show();
     keepOnScreen(card);
     if (card->m_history) {
-        card->m_history->move(card->frameGeometry().topRight());
         card->m_history->show();
-        keepOnScreen(card->m_history);
+        placeBeside(card->m_history, card);
     }
     return card;
 }

@@ -1,5 +1,6 @@
 #include "shell/cli/EgnCommand.h"
 
+#include "shell/cli/EgnRuleOption.h"
 #include "shell/cli/ParseArguments.h"
 
 #include "patients/EgnRules.h"
@@ -9,14 +10,14 @@
 
 QString EgnCommand::summary() const { return QStringLiteral("check personal numbers (EGN)"); }
 
-QString EgnCommand::describe(const QString &egn, const QDate &today)
+QString EgnCommand::describe(const QString &egn, const QDate &today, EgnRule rule)
 {
     const auto flag = [](bool fault) { return fault ? QStringLiteral("1") : QStringLiteral("0"); };
-    const std::optional<bool> over = EgnOverEighteen(egn, today);
+    const std::optional<bool> over = EgnOverEighteen(egn, today, rule);
     const QString adult = over ? flag(*over) : QStringLiteral("?");
     // The number fault comes last, so that the columns a script reads keep their places.
-    QStringList fields{egn, flag(EgnDateBad(egn)), flag(EgnMonthBad(egn)), flag(EgnCheckDigitBad(egn)),
-                       EgnBirthDateText(egn), EgnSex(egn), adult, flag(EgnNotTenDigits(egn))};
+    QStringList fields{egn, flag(EgnDateBad(egn, rule)), flag(EgnMonthBad(egn, rule)), flag(EgnCheckDigitBad(egn)),
+                       EgnBirthDateText(egn, rule), EgnSex(egn), adult, flag(EgnNotTenDigits(egn))};
     for (QString &field : fields)
         field = escapeField(field);
     return fields.join(u'\t');
@@ -33,6 +34,7 @@ int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStr
     const QCommandLineOption todayOption(QStringLiteral("today"), QStringLiteral("The day to judge the age on."),
                                          QStringLiteral("DD.MM.YYYY"));
     parser.addOption(todayOption);
+    parser.addOption(egnRuleOption());
     parser.addPositionalArgument(QStringLiteral("NUMBER"), QStringLiteral("Personal numbers to check."),
                                  QStringLiteral("NUMBER..."));
     if (const auto ended = parseArguments(parser, arguments, out, err))
@@ -46,12 +48,16 @@ int EgnCommand::execute(const QStringList &arguments, QTextStream &out, QTextStr
         }
         today = *given;
     }
+    bool known = true;
+    const EgnRule rule = egnRuleOf(parser, err, QStringLiteral("egn: "), known).value_or(EgnRule::System);
+    if (!known)
+        return 2;
     if (parser.positionalArguments().isEmpty()) {
         err << "egn: give at least one number" << Qt::endl;
         return 2;
     }
     for (const QString &egn : parser.positionalArguments())
-        out << describe(egn, today) << '\n';
+        out << describe(egn, today, rule) << '\n';
     out.flush();
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "patients/EgnRules.h"
 #include "shell/cli/Command.h"
 
 #include <QDate>
@@ -15,5 +16,5 @@ public:
     QString summary() const override;
     int execute(const QStringList &arguments, QTextStream &out, QTextStream &err) override;
 
-    static QString describe(const QString &egn, const QDate &today);
+    static QString describe(const QString &egn, const QDate &today, EgnRule rule = EgnRule::System);
 };

@@ -1,6 +1,8 @@
 #include "shell/cli/PrintCommand.h"
 
 #include "shell/cli/DataFolderOption.h"
+#include "shell/cli/EgnRuleOption.h"
+#include "shell/cli/ParseArguments.h"
 #include "store/Store.h"
 
 namespace {
@@ -21,6 +23,18 @@ const PrintCommand::Form *findForm(const QString &name)
     return nullptr;
 }
 
+// The options of every form that take a value, so that the form's name is found before them or
+// after them.
+QStringList valueOptions()
+{
+    QStringList names{QStringLiteral("data-dir"), QStringLiteral("egn-rule"), QStringLiteral("pdf")};
+    for (const PrintCommand::Form &form : PrintCommand::forms())
+        for (const QCommandLineOption &option : form.options)
+            if (!option.valueName().isEmpty())
+                names << option.names();
+    return names;
+}
+
 QString missingOption(const QCommandLineParser &parser, const PrintCommand::Form &form)
 {
     for (const QString &name : QStringList{QStringLiteral("pdf")} + form.required)
@@ -37,24 +51,20 @@ const QList<PrintCommand::Form> &PrintCommand::forms()
     return all;
 }
 
-int PrintCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+int PrintCommand::execute(const QStringList &given, QTextStream &out, QTextStream &err)
 {
-    const Form *form = findForm(arguments.value(1));
-    if (!form) {
-        if (!arguments.value(1).startsWith(u'-'))
-            err << "print: unknown form \"" << arguments.value(1) << "\"\n";
-        (arguments.contains(QStringLiteral("--help")) ? out : err) << formList();
-        out.flush();
-        err.flush();
-        return arguments.contains(QStringLiteral("--help")) ? 0 : 2;
-    }
+    QStringList arguments = given;
+    const QString formName = takeFormWord(arguments, valueOptions());
+    const Form *form = findForm(formName);
+    if (!form)
+        return refuseFormWord(formName, arguments, name(), QStringLiteral("form"), formList(), out, err);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Renders %1 to a PDF file.").arg(form->summary));
     parser.addHelpOption();
     const QCommandLineOption pdf(QStringLiteral("pdf"), QStringLiteral("The PDF file to write."), QStringLiteral("FILE"));
-    parser.addOptions({dataFolderOption(), pdf});
+    parser.addOptions({dataFolderOption(), egnRuleOption(), pdf});
     parser.addOptions(form->options);
-    if (!parser.parse(arguments.mid(1))) {
+    if (!parser.parse(arguments)) {
         err << "print " << form->name << ": " << parser.errorText() << Qt::endl;
         return 2;
     }
@@ -66,6 +76,8 @@ int PrintCommand::execute(const QStringList &arguments, QTextStream &out, QTextS
         err << "print " << form->name << ": --" << missing << " is required" << Qt::endl;
         return 2;
     }
+    if (!applyEgnRuleOption(parser, err, QStringLiteral("print %1: ").arg(form->name)))
+        return 2;
     const auto paths = dataFolderOf(parser, err, QStringLiteral("print %1: ").arg(form->name));
     if (!paths)
         return 2;

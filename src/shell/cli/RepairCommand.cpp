@@ -1,6 +1,7 @@
 #include "shell/cli/RepairCommand.h"
 
 #include "maintenance/Repair.h"
+#include "shell/cli/EgnRuleOption.h"
 #include "shell/cli/ParseArguments.h"
 #include "store/Store.h"
 
@@ -30,11 +31,14 @@ QString RepairCommand::description() const
 void RepairCommand::addArguments(QCommandLineParser &parser) const
 {
     parser.addOption(QCommandLineOption(DryRun, QStringLiteral("Check and report, change nothing.")));
+    parser.addOption(egnRuleOption());
 }
 
 int RepairCommand::run(const QCommandLineParser &parser, const store::DataPaths &paths, QTextStream &out,
                        QTextStream &err)
 {
+    if (!applyEgnRuleOption(parser, err, QStringLiteral("repair: ")))
+        return 2;
     if (auto opened = store::openStore(paths, {.practiceMustExist = true}); !opened)
         return fail(err, opened.error());
     const bool dryRun = parser.isSet(DryRun);

@@ -8,6 +8,7 @@
 #include "reports/PrintedReports.h"
 #include "reports/StomatologyXml.h"
 #include "shell/cli/DataFolderOption.h"
+#include "shell/cli/EgnRuleOption.h"
 #include "shell/cli/ParseArguments.h"
 #include "store/Dates.h"
 #include "store/Scratch.h"
@@ -44,11 +45,12 @@ QString usage()
 {
     return QStringLiteral(
         "Usage: velmorata report activity|summary|specification|materials [--data-dir DIR] --doctor KOD\n"
-        "                        --from DD.MM.YYYY --to DD.MM.YYYY [--pdf FILE]\n"
+        "                        --from DD.MM.YYYY --to DD.MM.YYYY [--pdf FILE] [--egn-rule public|system]\n"
         "       velmorata report xml [--data-dir DIR] --doctor KOD --from DD.MM.YYYY --to DD.MM.YYYY\n"
-        "                        [--today DD.MM.YYYY] --out FILE\n"
+        "                        [--today DD.MM.YYYY] --out FILE [--egn-rule public|system]\n"
         "       velmorata report check [--data-dir DIR] --doctor KOD --from DD.MM.YYYY --to DD.MM.YYYY\n"
-        "                        [--today DD.MM.YYYY] [--pdf FILE]\n"
+        "                        [--today DD.MM.YYYY] [--pdf FILE] [--egn-rule public|system]\n"
+        "The report's name may come before or after the options.\n"
         "Without --pdf a printed report writes its rows on stdout, tab-separated.\n"
         "The check writes one finding per line (rule, EGN, date, sheet, text) and exits 0 when the\n"
         "period is clean, 1 with findings, 2 when it cannot check.\n");
@@ -183,6 +185,11 @@ private:
     int m_failure;
 };
 
+// The options that take a value, so that the report's name is found before them or after them.
+const QStringList ValueOptions{QStringLiteral("data-dir"), QStringLiteral("egn-rule"), QStringLiteral("doctor"),
+                               QStringLiteral("from"), QStringLiteral("to"), QStringLiteral("today"),
+                               QStringLiteral("out"), QStringLiteral("pdf")};
+
 QString missingOption(const QCommandLineParser &parser, std::optional<reports::ReportKind> kind)
 {
     QStringList required{QStringLiteral("doctor"), QStringLiteral("from"), QStringLiteral("to")};
@@ -196,23 +203,20 @@ QString missingOption(const QCommandLineParser &parser, std::optional<reports::R
 
 } // namespace
 
-int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QTextStream &err)
+int ReportCommand::execute(const QStringList &given, QTextStream &out, QTextStream &err)
 {
-    const QString kindName = arguments.value(1);
+    QStringList arguments = given;
+    const QString kindName = takeFormWord(arguments, ValueOptions);
     const bool check = kindName == CheckName;
     const auto kind = kindNamed(kindName);
-    if (!kind && !check) {
-        const bool help = kindName == u"--help" || kindName == u"-h";
-        if (!help)
-            err << "report: unknown report \"" << kindName << "\"\n";
-        (help ? out : err) << usage();
-        return help ? 0 : 2;
-    }
+    if (!kind && !check)
+        return refuseFormWord(kindName, arguments, name(), QStringLiteral("report"), usage(), out, err);
     QCommandLineParser parser;
     parser.setApplicationDescription(usage());
     parser.addHelpOption();
     parser.addOptions({
         dataFolderOption(),
+        egnRuleOption(),
         {QStringLiteral("doctor"), QStringLiteral("The doctor's practice code (KodMedic)."), QStringLiteral("KOD")},
         {QStringLiteral("from"), QStringLiteral("The first day of the period."), QStringLiteral("DD.MM.YYYY")},
         {QStringLiteral("to"), QStringLiteral("The last day of the period."), QStringLiteral("DD.MM.YYYY")},
@@ -225,8 +229,10 @@ int ReportCommand::execute(const QStringList &arguments, QTextStream &out, QText
     else
         parser.addOption({QStringLiteral("pdf"), QStringLiteral("Write the printed form to this PDF file."),
                           QStringLiteral("FILE")});
-    if (const auto ended = parseArguments(parser, arguments.mid(1), out, err, QStringLiteral("report: ")))
+    if (const auto ended = parseArguments(parser, arguments, out, err, QStringLiteral("report: ")))
         return *ended;
+    if (!applyEgnRuleOption(parser, err, QStringLiteral("report %1: ").arg(kindName)))
+        return 2;
     if (const QString missing = missingOption(parser, kind); !missing.isEmpty()) {
         err << "report " << kindName << ": --" << missing << " is required" << Qt::endl;
         return 2;

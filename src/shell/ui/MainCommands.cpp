@@ -9,6 +9,7 @@
 #include "maintenance/ui/LegacyTakeoverScreen.h"
 #include "maintenance/ui/ZoksImportScreen.h"
 #include "maintenance/ui/MaintenanceCommands.h"
+#include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
@@ -48,6 +49,9 @@ void frmMain::connectCommands()
          [this] { reportsui::openReportPeriod(this, reports::ReportKind::Specification); });
     wire(QStringLiteral("mnuSlgSchet"), [this] { reportsui::openReportPeriod(this, reports::ReportKind::Xml, false); });
     wire(QStringLiteral("mnuSlgUnit"), [this] { MedicUnit::open(this); });
+    // Which personal numbers the practice takes is the practice's own data, beside the unit's.
+    insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgUnit")),
+               QStringLiteral("mnuSlgEgnRule"), QStringLiteral("Правило за ЕГН"), this, [this] { EgnRuleForm::open(this); });
     wire(QStringLiteral("mnuOtPac"), [this] { openSearch(3); });
     wire(QStringLiteral("mnuOtSpGraf"), [this] { printDiaryPage(); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });

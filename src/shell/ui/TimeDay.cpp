@@ -1,6 +1,7 @@
 #include "shell/ui/TimeDay.h"
 
 #include "base/RunState.h"
+#include "base/ui/WindowPlacement.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -22,6 +23,7 @@ TimeDay::TimeDay(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_label);
     resize(140, 80);
+    keepTitleWhole(this);
 }
 
 void TimeDay::refresh() { m_label->setText(QString::number(run().MinutesLeft)); }

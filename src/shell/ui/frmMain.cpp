@@ -76,6 +76,17 @@ QString frmMain::caption()
         .arg(run().CurrentMedicName);
 }
 
+// The clock's item starts checked, so the clock is shown with the window the first time.
+void frmMain::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (m_shownBefore)
+        return;
+    m_shownBefore = true;
+    if (QAction *clock = action(QStringLiteral("mnuViewTime")); clock && clock->isChecked())
+        toggleTime(true);
+}
+
 void frmMain::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
@@ -128,8 +139,6 @@ void frmMain::saveGeometryToSettings()
 
 void frmMain::toggleButtons(bool checked) { m_toolBar->setVisible(checked); }
 
-// The item starts checked while the clock is not shown: the first click hides a clock that is
-// not there, the second shows it.
 void frmMain::toggleTime(bool checked)
 {
     if (!checked) {

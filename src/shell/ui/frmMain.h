@@ -37,6 +37,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -85,4 +86,5 @@ private:
     WindowHelp *m_windowHelp = nullptr;
     ChangePassword *m_changePassword = nullptr; // kept, only hidden between openings
     QString m_shownMinutesFailure;
+    bool m_shownBefore = false;
 };

@@ -336,8 +336,9 @@ void DenHelp::saveCurrentRow()
     m_update->setEnabled(false);
     m_close->setDefault(true);
     currentRowChanged();
-    if (!saved->minutesWarning.isEmpty())
-        dialogs().information(saved->minutesWarning);
+    for (const QString &warning : {saved->toothWarning, saved->minutesWarning})
+        if (!warning.isEmpty())
+            dialogs().information(warning);
 }
 
 // A line the fund will not pay is stored only when the doctor says so; НЕ leaves the row typed.

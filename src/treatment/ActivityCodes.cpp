@@ -1,8 +1,8 @@
-#include "reports/ActivityCodes.h"
+#include "treatment/ActivityCodes.h"
 
 #include <QSet>
 
-namespace reports {
+namespace activities {
 
 bool IsFillingCode(const QString &code)
 {
@@ -17,4 +17,11 @@ bool IsFillingCode(const QString &code)
     return codes.contains(code);
 }
 
-} // namespace reports
+bool IsToothBoundCode(const QString &code)
+{
+    static const QSet<QString> others{QStringLiteral("332"), QStringLiteral("333"), QStringLiteral("508"),
+                                      QStringLiteral("509")};
+    return IsFillingCode(code) || others.contains(code);
+}
+
+} // namespace activities
