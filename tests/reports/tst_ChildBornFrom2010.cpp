@@ -85,9 +85,9 @@ private slots:
         QCOMPARE(xml->sheets, 1);
 
         // The fund summary counts the line among the children, and the check finds nothing.
-        QVERIFY(reports::PrepareReport(reports::ReportKind::FundSummary).ok());
-        QVERIFY(reports::BuildReport(reports::ReportKind::FundSummary, march(), Doctor).ok());
-        const auto summary = reports::ReportLines(reports::ReportKind::FundSummary, march());
+        QVERIFY(reports::PrepareReport(store::openedDatabases(), reports::ReportKind::FundSummary).ok());
+        QVERIFY(reports::BuildReport(store::openedDatabases(), reports::ReportKind::FundSummary, march(), Doctor).ok());
+        const auto summary = reports::ReportLines(store::openedDatabases(), reports::ReportKind::FundSummary, march());
         QVERIFY(summary.ok());
         QCOMPARE(summary.value(), (QStringList{u"Под 18 години\t0\t\t1\t0\t0\t0\t0"_s, u"Над 18 години\t0\t\t0\t0\t0\t0\t0"_s}));
         const auto packages = reports::AnnualPackageTable::shipped();

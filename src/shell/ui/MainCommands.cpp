@@ -51,7 +51,7 @@ void frmMain::connectCommands()
     wire(QStringLiteral("mnuSlgUnit"), [this] { MedicUnit::open(this); });
     // Which personal numbers the practice takes is the practice's own data, beside the unit's.
     insertItem(action(QStringLiteral("mnuSlg"))->menu(), action(QStringLiteral("mnuSlgUnit")),
-               QStringLiteral("mnuSlgEgnRule"), QStringLiteral("Правило за ЕГН"), this, [this] { EgnRuleForm::open(this); });
+               {"mnuSlgEgnRule", "Правило за ЕГН", 65}, [this] { EgnRuleForm::open(this); });
     wire(QStringLiteral("mnuOtPac"), [this] { openSearch(3); });
     wire(QStringLiteral("mnuOtSpGraf"), [this] { printDiaryPage(); });
     wire(QStringLiteral("mnuSlgCeno"), [this] { Cenoraz::open(this); });

@@ -18,7 +18,8 @@ const QHash<QString, int> &pagesOfForms()
         {QStringLiteral("KorEGN"), 51},          {QStringLiteral("SeekDate"), 53},
         {QStringLiteral("ClaimsCheck"), 58},     {QStringLiteral("MedicUnit"), 59},
         {QStringLiteral("ChangePassword"), 61},  {QStringLiteral("Schet"), 63},
-        {QStringLiteral("PrintOffsetDialog"), 64}, {QStringLiteral("ViewHelp"), 66},
+        {QStringLiteral("PrintOffsetDialog"), 64}, {QStringLiteral("EgnRuleForm"), 65},
+        {QStringLiteral("ViewHelp"), 66},
         {QStringLiteral("PathWay"), 67},         {QStringLiteral("MedicAdd"), 68},
         {QStringLiteral("Password"), 69},
     };
