@@ -1,6 +1,6 @@
 #include "BenchPractice.h"
 
-#include "maintenance/DemoPractice.h"
+#include "demo/DemoPractice.h"
 #include "store/DataPaths.h"
 #include "store/Store.h"
 

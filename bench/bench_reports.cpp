@@ -5,9 +5,9 @@
 // and, one doctor after the other, the whole practice's year. VELMORATA_BENCH_FOLDER names another folder.
 #include "BenchPractice.h"
 
-#include "reports/ClaimsCheck.h"
-#include "reports/PrintedReports.h"
-#include "reports/StomatologyXml.h"
+#include "reports/claimscheck/ClaimsCheck.h"
+#include "reports/forms/PrintedReports.h"
+#include "reports/xml/StomatologyXml.h"
 #include "store/DataPaths.h"
 #include "store/Sql.h"
 #include "store/Store.h"

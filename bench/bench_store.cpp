@@ -2,7 +2,7 @@
 // with the integrity check of the clinic file that the start-up runs.
 #include "BenchPractice.h"
 
-#include "maintenance/DemoPractice.h"
+#include "demo/DemoPractice.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 

@@ -3,7 +3,7 @@
 
 #include "admin/MedicUnit.h"
 #include "admin/ui/MedicUnitForm.h"
-#include "maintenance/DemoPractice.h"
+#include "demo/DemoPractice.h"
 #include "patients/EgnRules.h"
 #include "store/Sql.h"
 #include "store/Store.h"

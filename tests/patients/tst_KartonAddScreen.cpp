@@ -6,7 +6,7 @@
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
 #include "base/RunState.h"
-#include "treatment/ui/ViewHelp.h"
+#include "patients/ui/ViewHelp.h"
 
 #include "TestPractice.h"
 #include "store/Sql.h"

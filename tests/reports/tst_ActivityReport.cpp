@@ -1,7 +1,7 @@
 #include "TestPractice.h"
 
-#include "reports/ActivityReport.h"
-#include "reports/ActivityReportPage.h"
+#include "reports/forms/ActivityReport.h"
+#include "reports/forms/ActivityReportPage.h"
 #include "store/Dates.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"

@@ -1,7 +1,7 @@
 #include "TestPractice.h"
 
 #include "patients/EgnRules.h"
-#include "reports/ClaimsCheck.h"
+#include "reports/claimscheck/ClaimsCheck.h"
 #include "store/Dates.h"
 #include "store/Sql.h"
 #include "treatment/FundPrice.h"

@@ -1,7 +1,7 @@
 #include "TestPractice.h"
 
-#include "reports/FundSummary.h"
-#include "reports/FundSummaryPage.h"
+#include "reports/forms/FundSummary.h"
+#include "reports/forms/FundSummaryPage.h"
 #include "store/Dates.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"

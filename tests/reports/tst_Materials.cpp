@@ -1,8 +1,8 @@
 #include "TestPractice.h"
 
-#include "admin/Accounting.h"
-#include "reports/Materials.h"
-#include "reports/MaterialsPage.h"
+#include "reports/forms/Accounting.h"
+#include "reports/forms/Materials.h"
+#include "reports/forms/MaterialsPage.h"
 #include "reports/PeriodLines.h"
 #include "store/ReferenceData.h"
 #include "store/Scratch.h"

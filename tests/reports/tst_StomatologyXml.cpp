@@ -6,8 +6,8 @@
 #include "base/RunState.h"
 #include "reports/Period.h"
 #include "reports/PeriodLines.h"
-#include "reports/StomatologyXml.h"
-#include "reports/XmlValues.h"
+#include "reports/xml/StomatologyXml.h"
+#include "reports/xml/XmlValues.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 

@@ -4,7 +4,7 @@
 #include "TestPractice.h"
 
 #include "admin/ui/Cenoraz.h"
-#include "admin/ui/Grafic.h"
+#include "diary/ui/Grafic.h"
 #include "admin/ui/MedicAdd.h"
 #include "admin/ui/MedicUnitForm.h"
 #include "base/RunState.h"
@@ -24,7 +24,7 @@
 #include "shell/ui/frmMain.h"
 #include "treatment/ui/DenHelp.h"
 #include "treatment/ui/PathWay.h"
-#include "treatment/ui/ViewHelp.h"
+#include "patients/ui/ViewHelp.h"
 
 #include <QApplication>
 #include <QLabel>

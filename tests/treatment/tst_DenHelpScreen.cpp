@@ -2,8 +2,8 @@
 // the grid and Enter, and the rows it must refuse.
 #include "TestPractice.h"
 
-#include "admin/Diary.h"
-#include "admin/ui/Grafic.h"
+#include "diary/Diary.h"
+#include "diary/ui/Grafic.h"
 #include "base/RunState.h"
 #include "store/Sql.h"
 #include "patients/ui/MouthView.h"

@@ -7,7 +7,7 @@
 #include "base/RunState.h"
 #include "base/UnsavedTyping.h"
 #include "base/ui/WindowPlacement.h"
-#include "treatment/ui/ViewHelp.h"
+#include "patients/ui/ViewHelp.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>

@@ -3,7 +3,7 @@
 #include "base/ui/NamedButton.h"
 #include "base/ui/PrintPreview.h"
 #include "base/ui/WindowPlacement.h"
-#include "reports/ClaimsCheckPage.h"
+#include "reports/claimscheck/ClaimsCheckPage.h"
 #include "store/Dates.h"
 #include "treatment/ui/TreatmentRoute.h"
 

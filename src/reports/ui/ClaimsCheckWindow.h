@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/ClaimRules.h"
+#include "reports/claimscheck/ClaimRules.h"
 #include "reports/Period.h"
 
 #include <QDialog>

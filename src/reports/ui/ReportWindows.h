@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/PrintedReports.h"
+#include "reports/forms/PrintedReports.h"
 
 class QWidget;
 class SeekDate;

@@ -1,6 +1,6 @@
 #include "shell/cli/AccountingCommand.h"
 
-#include "admin/Accounting.h"
+#include "reports/forms/Accounting.h"
 #include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 #include "store/Dates.h"

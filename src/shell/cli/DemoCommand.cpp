@@ -3,7 +3,7 @@
 #include "shell/cli/DataFolderOption.h"
 #include "shell/cli/ParseArguments.h"
 
-#include "maintenance/DemoPractice.h"
+#include "demo/DemoPractice.h"
 #include "store/Dates.h"
 #include "store/Store.h"
 

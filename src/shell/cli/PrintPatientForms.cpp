@@ -1,7 +1,7 @@
 #include "shell/cli/PrintCommand.h"
 
-#include "admin/DiaryPrint.h"
-#include "admin/DiaryPrintPage.h"
+#include "diary/DiaryPrint.h"
+#include "diary/DiaryPrintPage.h"
 #include "base/PrintOutput.h"
 #include "patients/DateLists.h"
 #include "patients/DateListsPage.h"

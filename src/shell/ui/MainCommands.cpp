@@ -4,7 +4,7 @@
 #include "shell/ui/WindowHelp.h"
 
 #include "admin/ui/Cenoraz.h"
-#include "admin/ui/Grafic.h"
+#include "diary/ui/Grafic.h"
 #include "admin/ui/MedicUnitForm.h"
 #include "maintenance/ui/LegacyTakeoverScreen.h"
 #include "maintenance/ui/ZoksImportScreen.h"

@@ -1,8 +1,8 @@
 // The prints the main window's inquiry menu opens.
 #include "shell/ui/frmMain.h"
 
-#include "admin/DiaryPrint.h"
-#include "admin/DiaryPrintPage.h"
+#include "diary/DiaryPrint.h"
+#include "diary/DiaryPrintPage.h"
 #include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/RunState.h"

@@ -4,8 +4,8 @@
 #include "base/ui/PrintPreview.h"
 #include "base/ui/WindowPlacement.h"
 
-#include "admin/Diary.h"
-#include "admin/ui/Grafic.h"
+#include "diary/Diary.h"
+#include "diary/ui/Grafic.h"
 #include "base/Calendar.h"
 #include "base/Captions.h"
 #include "base/Dialogs.h"

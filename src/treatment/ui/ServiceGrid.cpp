@@ -1,7 +1,7 @@
 #include "treatment/ui/ServiceGrid.h"
 
+#include "patients/ServiceColumns.h"
 #include "store/Dates.h"
-#include "treatment/ServiceColumns.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
