@@ -18,19 +18,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-QPointer<Cenoraz> Cenoraz::s_open;
-
-void Cenoraz::open(QWidget *parent)
-{
-    if (s_open) {
-        bringForward(s_open);
-        return;
-    }
-    Cenoraz list(parent);
-    s_open = &list;
-    keepOnScreen(&list);
-    list.exec();
-}
+void Cenoraz::open(QWidget *parent) { execOnce(parent); }
 
 Cenoraz::Cenoraz(QWidget *parent)
     : QDialog(parent)

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "admin/PriceList.h"
+#include "base/ui/OneWindow.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QLabel;
 class QLineEdit;
@@ -12,9 +12,11 @@ class QTableView;
 
 // "Ценоразпис": the practice's own price list. The rows come with the database; the name and
 // the price of a row can be corrected, nothing can be added or removed.
-class Cenoraz final : public QDialog
+class Cenoraz final : public QDialog, public OneWindow<Cenoraz>
 {
     Q_OBJECT
+    friend class OneWindow<Cenoraz>;
+
 public:
     // Shows the list modally over the main window and returns when it is closed; while it is
     // open a second call only brings it forward.
@@ -47,5 +49,4 @@ private:
     QLabel *m_fullName = nullptr;
     QLabel *m_record = nullptr;
     bool m_moving = false;
-    static QPointer<Cenoraz> s_open;
 };

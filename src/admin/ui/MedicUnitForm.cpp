@@ -24,19 +24,7 @@ const QList<int> ManagerFields{16, 10, 8, 21, 9, 19, 13, 11, 24};
 
 } // namespace
 
-QPointer<MedicUnit> MedicUnit::s_open;
-
-void MedicUnit::open(QWidget *parent)
-{
-    if (s_open) {
-        bringForward(s_open);
-        return;
-    }
-    MedicUnit form(parent);
-    s_open = &form;
-    keepOnScreen(&form);
-    form.exec();
-}
+void MedicUnit::open(QWidget *parent) { execOnce(parent); }
 
 MedicUnit::MedicUnit(QWidget *parent)
     : QDialog(parent)

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/ui/OneWindow.h"
+
 #include <QDialog>
-#include <QPointer>
 #include <QStringList>
 
 class QLineEdit;
@@ -10,9 +11,11 @@ class QPushButton;
 // "Данни за леченото заведение": the practice's legal and contact data, the one row of
 // MedicUnit. One save for each opening: "Запиши" stays disabled after it until the form is
 // opened anew. Nothing typed is checked, nor lost unasked.
-class MedicUnit final : public QDialog
+class MedicUnit final : public QDialog, public OneWindow<MedicUnit>
 {
     Q_OBJECT
+    friend class OneWindow<MedicUnit>;
+
 public:
     // Shows the form modally and returns when it is closed; while it is open a second call only
     // brings it forward.
@@ -31,5 +34,4 @@ private:
     QList<QLineEdit *> m_fields; // txtFields by index
     QStringList m_stored;
     QPushButton *m_update = nullptr;
-    static QPointer<MedicUnit> s_open;
 };

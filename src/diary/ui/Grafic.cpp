@@ -27,19 +27,7 @@ constexpr int SlotsPerColumn = 13;
 
 } // namespace
 
-QPointer<Grafic> Grafic::s_open;
-
-void Grafic::open(QWidget *parent)
-{
-    if (s_open) {
-        bringForward(s_open);
-        return;
-    }
-    Grafic diary(parent);
-    s_open = &diary;
-    keepOnScreen(&diary);
-    diary.exec();
-}
+void Grafic::open(QWidget *parent) { execOnce(parent); }
 
 Grafic::Grafic(QWidget *parent)
     : QDialog(parent)

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "diary/Diary.h"
+#include "base/ui/OneWindow.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QLabel;
 class QLineEdit;
 
 // The signed-in doctor's diary, one page per day, leafed through in date order. Opened from
 // the treatment window a click on a slot books that window's patient.
-class Grafic final : public QDialog
+class Grafic final : public QDialog, public OneWindow<Grafic>
 {
     Q_OBJECT
+    friend class OneWindow<Grafic>;
+
 public:
     // Shows the diary modally and returns when it is closed; while it is open a second call
     // only brings it forward.
@@ -48,5 +50,4 @@ private:
     QList<QLineEdit *> m_slots; // Text1 by index
     QLineEdit *m_date = nullptr;
     QLabel *m_weekday = nullptr;
-    static QPointer<Grafic> s_open;
 };

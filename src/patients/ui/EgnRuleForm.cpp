@@ -11,19 +11,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-QPointer<EgnRuleForm> EgnRuleForm::s_open;
-
-void EgnRuleForm::open(QWidget *parent)
-{
-    if (s_open) {
-        bringForward(s_open);
-        return;
-    }
-    EgnRuleForm form(parent);
-    s_open = &form;
-    keepOnScreen(&form);
-    form.exec();
-}
+void EgnRuleForm::open(QWidget *parent) { execOnce(parent); }
 
 EgnRuleForm::EgnRuleForm(QWidget *parent)
     : QDialog(parent)

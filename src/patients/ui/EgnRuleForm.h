@@ -1,15 +1,18 @@
 #pragma once
 
+#include "base/ui/OneWindow.h"
+
 #include <QDialog>
-#include <QPointer>
 
 class QRadioButton;
 
 // "Правило за ЕГН": which personal numbers the practice takes, for every workstation. The
 // system's rule stays the default; the public one lets in the children born from 2010.
-class EgnRuleForm final : public QDialog
+class EgnRuleForm final : public QDialog, public OneWindow<EgnRuleForm>
 {
     Q_OBJECT
+    friend class OneWindow<EgnRuleForm>;
+
 public:
     // Shows the form modally; while it is open a second call only brings it forward.
     static void open(QWidget *parent = nullptr);
@@ -21,5 +24,4 @@ private:
 
     QRadioButton *m_system = nullptr;
     QRadioButton *m_public = nullptr;
-    static QPointer<EgnRuleForm> s_open;
 };

@@ -137,8 +137,6 @@ public:
 
 } // namespace
 
-QPointer<KartonAdd> KartonAdd::s_open;
-
 KartonAdd::KartonAdd(const QString &mode, const QString &foundName, const QString &foundEgn, QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
@@ -166,17 +164,16 @@ KartonAdd *KartonAdd::openForCorrection(const QString &foundName, const QString 
     return open(ModeEdit, foundName, foundEgn, parent);
 }
 
-KartonAdd *KartonAdd::openCard() { return s_open; }
+KartonAdd *KartonAdd::openCard() { return openWindow(); }
 
 KartonAdd *KartonAdd::open(const QString &mode, const QString &foundName, const QString &foundEgn, QWidget *parent)
 {
-    if (s_open && !s_open->givesWayTo(mode, foundEgn)) {
-        bringForward(s_open);
+    if (KartonAdd *current = openWindow(); current && !current->givesWayTo(mode, foundEgn)) {
+        bringForward(current);
         return nullptr;
     }
-    auto *card = new KartonAdd(mode, foundName, foundEgn, parent);
+    auto *card = adopt(new KartonAdd(mode, foundName, foundEgn, parent));
     card->setAttribute(Qt::WA_DeleteOnClose);
-    s_open = card;
     card->show();
     keepOnScreen(card);
     if (card->m_history) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/OneWindow.h"
 #include "patients/PatientCard.h"
 
 #include <QHash>
@@ -18,9 +19,11 @@ class ViewHelp;
 // own mode: "New", "Edit", or " " after a number that failed; the run-wide CardMode follows it.
 // There is one card: opening it again brings it forward, or, for another patient, replaces it
 // once its unsaved typing is given up.
-class KartonAdd final : public QWidget
+class KartonAdd final : public QWidget, public OneWindow<KartonAdd>
 {
     Q_OBJECT
+    friend class OneWindow<KartonAdd>;
+
 public:
     // The card in `mode`; for a mode other than "New" the patient is the one found by name
     // (FoundName, FoundEGN).
@@ -114,5 +117,4 @@ private:
     bool m_checkingNumber = false;
     bool m_typingGivenUp = false; // asked already, or the patient is gone
     bool m_replaced = false;      // gives way to another card: the search stays open for it
-    static QPointer<KartonAdd> s_open;
 };

@@ -42,16 +42,15 @@ KorEGN::KorEGN(QWidget *parent)
     connect(m_cancel, &QPushButton::clicked, this, &QWidget::close);
 }
 
-QPointer<KorEGN> KorEGN::s_open;
-
 KorEGN *KorEGN::open(QWidget *parent)
 {
-    if (!s_open) {
-        s_open = new KorEGN(parent);
-        s_open->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    bringForward(s_open);
-    return s_open;
+    KorEGN *form = openOrMake([parent] {
+        auto *made = new KorEGN(parent);
+        made->setAttribute(Qt::WA_DeleteOnClose);
+        return made;
+    });
+    bringForward(form);
+    return form;
 }
 
 bool KorEGN::eventFilter(QObject *watched, QEvent *event)

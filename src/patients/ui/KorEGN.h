@@ -1,15 +1,18 @@
 #pragma once
 
-#include <QPointer>
+#include "base/ui/OneWindow.h"
+
 #include <QWidget>
 
 class QLineEdit;
 class QPushButton;
 
 // "Корекция на ЕГН": moves a patient from a mistyped number to the right one.
-class KorEGN final : public QWidget
+class KorEGN final : public QWidget, public OneWindow<KorEGN>
 {
     Q_OBJECT
+    friend class OneWindow<KorEGN>;
+
 public:
     explicit KorEGN(QWidget *parent = nullptr);
 
@@ -27,5 +30,4 @@ private:
     QLineEdit *m_new;
     QPushButton *m_ok;
     QPushButton *m_cancel;
-    static QPointer<KorEGN> s_open;
 };

@@ -37,8 +37,6 @@ QLineEdit *dateBox(const QString &name, QWidget *parent)
 
 } // namespace
 
-QPointer<SeekDati> SeekDati::s_open;
-
 SeekDati::SeekDati(QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
@@ -69,10 +67,9 @@ SeekDati::SeekDati(QWidget *parent)
 
 SeekDati *SeekDati::open(QWidget *parent)
 {
-    if (!s_open)
-        s_open = new SeekDati(parent);
-    bringForward(s_open);
-    return s_open;
+    SeekDati *form = openOrMake([parent] { return new SeekDati(parent); });
+    bringForward(form);
+    return form;
 }
 
 QWidget *SeekDati::buildDates()

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/ui/OneWindow.h"
 #include "patients/DateLists.h"
 
-#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -14,9 +14,11 @@ class QPushButton;
 
 // "Условия за търсене": lists of patients born, registered or "visited" in a period. The address
 // and medical inputs are kept as typed and read by no search, as the practice's form has them.
-class SeekDati final : public QWidget
+class SeekDati final : public QWidget, public OneWindow<SeekDati>
 {
     Q_OBJECT
+    friend class OneWindow<SeekDati>;
+
 public:
     explicit SeekDati(QWidget *parent = nullptr);
 
@@ -61,5 +63,4 @@ private:
     QString m_address;
     QString m_bloodGroup;
     QString m_allergy;
-    static QPointer<SeekDati> s_open;
 };

@@ -15,8 +15,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 
-QPointer<SeekName> SeekName::s_open;
-
 namespace {
 
 QString captionFor(int purpose)
@@ -80,19 +78,20 @@ SeekName::SeekName(QWidget *parent)
 SeekName *SeekName::openFor(int purpose, QWidget *parent)
 {
     run().SeekPurpose = qint16(purpose);
-    if (!s_open) {
-        s_open = new SeekName(parent);
-        s_open->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    s_open->applyCaption();
-    bringForward(s_open);
-    return s_open;
+    SeekName *search = openOrMake([parent] {
+        auto *made = new SeekName(parent);
+        made->setAttribute(Qt::WA_DeleteOnClose);
+        return made;
+    });
+    search->applyCaption();
+    bringForward(search);
+    return search;
 }
 
 void SeekName::closeOpen()
 {
-    if (s_open)
-        s_open->close();
+    if (SeekName *search = openWindow())
+        search->close();
 }
 
 void SeekName::applyCaption()

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QPointer>
+#include "base/ui/OneWindow.h"
+
 #include <QWidget>
 
 class QComboBox;
@@ -11,9 +12,11 @@ class QPushButton;
 // "Търсене на пациент": finds the signed-in doctor's patients by the first word of the name
 // and hands the chosen one on through patientChosen, with the run-wide SeekPurpose: 1
 // correction (the card), 2 treatment, 3 inquiry. The list is emptied by a choice.
-class SeekName final : public QWidget
+class SeekName final : public QWidget, public OneWindow<SeekName>
 {
     Q_OBJECT
+    friend class OneWindow<SeekName>;
+
 public:
     explicit SeekName(QWidget *parent = nullptr);
 
@@ -48,5 +51,4 @@ private:
     QProgressBar *m_bar;
     QString m_foundName;
     QString m_foundEgn;
-    static QPointer<SeekName> s_open;
 };

@@ -45,19 +45,18 @@ qsizetype runEnd(const QList<reports::ClaimFinding> &findings, qsizetype first, 
 
 } // namespace
 
-QPointer<ClaimsCheckWindow> ClaimsCheckWindow::s_open;
-
 ClaimsCheckWindow *ClaimsCheckWindow::open(QWidget *parent, const QList<reports::ClaimFinding> &findings,
                                            const reports::Period &period, const QString &medicName)
 {
-    if (!s_open) {
-        s_open = new ClaimsCheckWindow(parent);
-        s_open->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    s_open->load(findings, period, medicName);
-    bringForward(s_open);
-    s_open->m_tree->setFocus();
-    return s_open;
+    ClaimsCheckWindow *window = openOrMake([parent] {
+        auto *made = new ClaimsCheckWindow(parent);
+        made->setAttribute(Qt::WA_DeleteOnClose);
+        return made;
+    });
+    window->load(findings, period, medicName);
+    bringForward(window);
+    window->m_tree->setFocus();
+    return window;
 }
 
 ClaimsCheckWindow::ClaimsCheckWindow(QWidget *parent)

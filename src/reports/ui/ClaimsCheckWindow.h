@@ -1,10 +1,10 @@
 #pragma once
 
-#include "reports/claimscheck/ClaimRules.h"
+#include "base/ui/OneWindow.h"
 #include "reports/Period.h"
+#include "reports/claimscheck/ClaimRules.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QLabel;
 class QTreeWidget;
@@ -14,9 +14,11 @@ class QTreeWidgetItem;
 // period, grouped by rule, then by patient. Enter or a double click on a patient or one of its
 // findings opens the patient's treatment window, where the line is mended. The window only
 // shows, so it closes without a question.
-class ClaimsCheckWindow final : public QDialog
+class ClaimsCheckWindow final : public QDialog, public OneWindow<ClaimsCheckWindow>
 {
     Q_OBJECT
+    friend class OneWindow<ClaimsCheckWindow>;
+
 public:
     // Shows the findings, not modally; while the window is open a second call shows the new
     // findings in it and brings it forward.
@@ -42,5 +44,4 @@ private:
     QLabel *m_doctorLabel = nullptr;
     QLabel *m_summaryLabel = nullptr;
     QTreeWidget *m_tree = nullptr;
-    static QPointer<ClaimsCheckWindow> s_open;
 };

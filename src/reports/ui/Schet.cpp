@@ -47,21 +47,19 @@ QLabel *valueLabel(int index, QWidget *parent)
 
 } // namespace
 
-QPointer<Schet> Schet::s_open;
-
 Schet *Schet::open(QWidget *parent, const reports::Period &period)
 {
-    if (!s_open) {
-        s_open = new Schet(period, parent);
-        s_open->setAttribute(Qt::WA_DeleteOnClose);
-        keepOnScreen(s_open);
-        s_open->show();
-        return s_open;
+    if (Schet *form = openWindow()) {
+        if (!form->tickChanged() || dialogs().question(dropTypingQuestion(UnsavedMark)))
+            form->load(period);
+        bringForward(form);
+        return form;
     }
-    if (!s_open->tickChanged() || dialogs().question(dropTypingQuestion(UnsavedMark)))
-        s_open->load(period);
-    bringForward(s_open);
-    return s_open;
+    Schet *form = adopt(new Schet(period, parent));
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    keepOnScreen(form);
+    form->show();
+    return form;
 }
 
 Schet::Schet(const reports::Period &period, QWidget *parent)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "reports/forms/Accounting.h"
+#include "base/ui/OneWindow.h"
 #include "reports/Period.h"
+#include "reports/forms/Accounting.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QCheckBox;
 class QLabel;
@@ -16,9 +16,11 @@ class QTableView;
 // "Осчетоводяване": the lines of a period, of every doctor, marked booked one by one, with the
 // running totals in leva of what is booked and what remains. Only the mark can be changed.
 // Leaving a line with a changed mark stores it as "Запиши" does; Escape and the close box ask.
-class Schet final : public QDialog
+class Schet final : public QDialog, public OneWindow<Schet>
 {
     Q_OBJECT
+    friend class OneWindow<Schet>;
+
 public:
     // Shows the form for the period, not modally. While it is open a second call loads the new
     // period into it (asking first when a changed mark is not stored) and brings it forward.
@@ -55,5 +57,4 @@ private:
     QCheckBox *m_flag = nullptr;
     QLabel *m_record = nullptr;
     QPushButton *m_update = nullptr;
-    static QPointer<Schet> s_open;
 };

@@ -27,8 +27,6 @@ QLineEdit *dateBox(const QString &name, QWidget *parent)
 
 } // namespace
 
-QPointer<SeekDate> SeekDate::s_open;
-
 SeekDate::SeekDate(QWidget *parent)
     : QDialog(parent)
 {
@@ -64,12 +62,11 @@ SeekDate::SeekDate(QWidget *parent)
 
 SeekDate *SeekDate::show(QWidget *parent, Purpose purpose)
 {
-    if (!s_open)
-        s_open = new SeekDate(parent);
-    s_open->m_purpose = purpose;
-    bringForward(s_open);
-    s_open->m_from->setFocus();
-    return s_open;
+    SeekDate *dialog = openOrMake([parent] { return new SeekDate(parent); });
+    dialog->m_purpose = purpose;
+    bringForward(dialog);
+    dialog->m_from->setFocus();
+    return dialog;
 }
 
 SeekDate *SeekDate::open(QWidget *parent, reports::ReportKind kind)

@@ -1,18 +1,20 @@
 #pragma once
 
+#include "base/ui/OneWindow.h"
 #include "reports/forms/PrintedReports.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QLineEdit;
 class QPushButton;
 
 // "Период...": the period of a report to the fund. Not modal, so the main window stays usable;
 // it stays open behind a printed report and closes when the report does.
-class SeekDate final : public QDialog
+class SeekDate final : public QDialog, public OneWindow<SeekDate>
 {
     Q_OBJECT
+    friend class OneWindow<SeekDate>;
+
 public:
     // What the dialog's "Търси" leads to: a report, the accounting form (which the menu's
     // "Осчетоводяване" does not reach, as that entry leads to the XML report), or the check of
@@ -23,7 +25,7 @@ public:
     static SeekDate *open(QWidget *parent, reports::ReportKind kind);
     static SeekDate *openForAccounting(QWidget *parent);
     static SeekDate *openForClaimsCheck(QWidget *parent);
-    static SeekDate *current() { return s_open; }
+    static SeekDate *current() { return openWindow(); }
 
     explicit SeekDate(QWidget *parent = nullptr);
 
@@ -49,5 +51,4 @@ private:
     QLineEdit *m_from = nullptr;
     QLineEdit *m_to = nullptr;
     QPushButton *m_ok = nullptr;
-    static QPointer<SeekDate> s_open;
 };
