@@ -39,7 +39,7 @@ void recalcMinutesLeftToday(benchmark::State &state)
 {
     calendar::fixToday(QDate(2026, 11, 20));
     for (auto _ : state) {
-        const Outcome recalculated = RecalcMinutesLeft();
+        const Outcome recalculated = RecalcMinutesLeft(store::clinicDb());
         benchmark::DoNotOptimize(recalculated.ok());
     }
     calendar::fixToday({});

@@ -20,10 +20,10 @@ struct Patient final
     QString egn;
 };
 
-QList<Patient> patientsByNumber()
+QList<Patient> patientsByNumber(const QSqlDatabase &db)
 {
     QList<Patient> patients;
-    QSqlQuery query = store::run(store::clinicDb(), QStringLiteral("SELECT ID, EGN FROM Pacients ORDER BY EGN"));
+    QSqlQuery query = store::run(db, QStringLiteral("SELECT ID, EGN FROM Pacients ORDER BY EGN"));
     while (query.next())
         patients.append({query.value(0).toLongLong(), query.value(1).toString()});
     return patients;
@@ -59,9 +59,8 @@ QVariant birthDateOf(const QString &egn, EgnRule rule)
     return born ? QVariant(dates::toIso(*born)) : QVariant(QMetaType(QMetaType::QString));
 }
 
-void rewriteBirthDates(const QList<Patient> &patients, EgnRule rule)
+void rewriteBirthDates(const QSqlDatabase &db, const QList<Patient> &patients, EgnRule rule)
 {
-    const QSqlDatabase db = store::clinicDb();
     store::Transaction transaction(db);
     auto bar = dialogs().progress(QStringLiteral("Проверка на имената..."), int(patients.size()));
     QSqlQuery update(db);
@@ -79,10 +78,9 @@ void rewriteBirthDates(const QList<Patient> &patients, EgnRule rule)
 
 } // namespace
 
-Result<RepairReport> RepairDatabase(Mode mode)
+Result<RepairReport> RepairDatabase(const QSqlDatabase &db, Mode mode)
 {
     RepairReport report;
-    const QSqlDatabase db = store::clinicDb();
     report.integrity = store::integrityVerdict(db);
     if (report.fileDamaged()) {
         store::writeLog(QFileInfo(db.databaseName()).absolutePath(),
@@ -90,7 +88,7 @@ Result<RepairReport> RepairDatabase(Mode mode)
         return Result<RepairReport>::success(report);
     }
     try {
-        const QList<Patient> patients = patientsByNumber();
+        const QList<Patient> patients = patientsByNumber(db);
         report.patients = int(patients.size());
         if (patients.isEmpty())
             return Result<RepairReport>::success(report);
@@ -99,7 +97,7 @@ Result<RepairReport> RepairDatabase(Mode mode)
         if (!report.faults.isEmpty())
             return Result<RepairReport>::success(report);
         if (mode == Mode::Write)
-            rewriteBirthDates(patients, rule);
+            rewriteBirthDates(db, patients, rule);
         report.rewritten = report.patients;
     } catch (const store::SqlError &error) {
         return Result<RepairReport>::failure(error.message());

@@ -2,6 +2,7 @@
 
 #include "store/Result.h"
 
+#include <QSqlDatabase>
 #include <QStringList>
 
 // The check of the clinic database: its file whole, every patient's personal number valid, and,
@@ -25,7 +26,7 @@ enum class Mode { Write, DryRun };
 // Works on the clinic database of the open store. A damaged file is reported and nothing is
 // written; a faulty number is reported by the messages of the personal number, and then no date
 // is touched. The dates are written in one transaction.
-Result<RepairReport> RepairDatabase(Mode mode);
+Result<RepairReport> RepairDatabase(const QSqlDatabase &clinic, Mode mode);
 
 // The message to show about a damaged file.
 QString damagedFileMessage();

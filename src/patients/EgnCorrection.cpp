@@ -9,26 +9,25 @@ namespace {
 
 const QChar CarriageReturn(13);
 
-int rewriteFirstRow(const QString &table, const QString &oldEgn, const QString &newEgn)
+int rewriteFirstRow(const QSqlDatabase &db, const QString &table, const QString &oldEgn, const QString &newEgn)
 {
     const QVariant id = patientcard::firstRowId(table, oldEgn);
     if (id.isNull())
         return 0;
-    return store::run(store::clinicDb(), QStringLiteral("UPDATE %1 SET EGN = ? WHERE ID = ?").arg(table), {newEgn, id})
+    return store::run(db, QStringLiteral("UPDATE %1 SET EGN = ? WHERE ID = ?").arg(table), {newEgn, id})
         .numRowsAffected();
 }
 
-bool heldBy(const QString &egn)
+bool heldBy(const QSqlDatabase &db, const QString &egn)
 {
-    const auto db = store::clinicDb();
     return store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Pacients WHERE EGN = ?"), {egn}).toInt() > 0 ||
            store::scalar(db, QStringLiteral("SELECT COUNT(*) FROM Dental WHERE EGN = ?"), {egn}).toInt() > 0;
 }
 
 // Moving onto a number that another patient holds; an old number with nothing under it moves nothing.
-bool heldByAnotherPatient(const QString &oldEgn, const QString &newEgn)
+bool heldByAnotherPatient(const QSqlDatabase &db, const QString &oldEgn, const QString &newEgn)
 {
-    return newEgn != oldEgn && heldBy(oldEgn) && heldBy(newEgn);
+    return newEgn != oldEgn && heldBy(db, oldEgn) && heldBy(db, newEgn);
 }
 
 } // namespace
@@ -46,7 +45,7 @@ static QString newNumberRefusal(const QString &newEgn, EgnRule rule)
     return refusal.isEmpty() ? refusal : refusal + CarriageReturn + QStringLiteral("Номерът не е сменен.");
 }
 
-Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped)
+Result<Moved> moveEgn(const QSqlDatabase &clinic, const QString &oldTyped, const QString &newTyped)
 {
     const QString oldEgn = oldTyped.trimmed();
     const QString newEgn = newTyped.trimmed();
@@ -56,14 +55,14 @@ Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped)
     if (const QString refusal = newNumberRefusal(newEgn, rule.value()); !refusal.isEmpty())
         return Result<Moved>::failure(refusal);
     try {
-        store::Transaction transaction(store::clinicDb());
-        if (heldByAnotherPatient(oldEgn, newEgn))
+        store::Transaction transaction(clinic);
+        if (heldByAnotherPatient(clinic, oldEgn, newEgn))
             return Result<Moved>::failure(egnmessages::withNumber(QStringLiteral("Това ЕГН вече е на друг пациент:"), newEgn) +
                                           CarriageReturn + QStringLiteral("Номерът не е сменен."));
         Moved moved;
-        moved.pacients = rewriteFirstRow(QStringLiteral("Pacients"), oldEgn, newEgn);
-        moved.dental = rewriteFirstRow(QStringLiteral("Dental"), oldEgn, newEgn);
-        moved.help = store::run(store::clinicDb(), QStringLiteral("UPDATE Help SET EGN = ? WHERE EGN = ?"), {newEgn, oldEgn})
+        moved.pacients = rewriteFirstRow(clinic, QStringLiteral("Pacients"), oldEgn, newEgn);
+        moved.dental = rewriteFirstRow(clinic, QStringLiteral("Dental"), oldEgn, newEgn);
+        moved.help = store::run(clinic, QStringLiteral("UPDATE Help SET EGN = ? WHERE EGN = ?"), {newEgn, oldEgn})
                          .numRowsAffected();
         transaction.commit();
         return Result<Moved>::success(moved);

@@ -2,6 +2,7 @@
 
 #include "store/Result.h"
 
+#include <QSqlDatabase>
 #include <QString>
 
 // Moving a patient from a mistyped personal number to the right one, across the patient's
@@ -25,6 +26,6 @@ struct Moved final
 // patient card would refuse is refused here too; one that
 // already belongs to another patient is refused, since two patients under one number would
 // mix their histories in every report.
-Result<Moved> moveEgn(const QString &oldTyped, const QString &newTyped);
+Result<Moved> moveEgn(const QSqlDatabase &clinic, const QString &oldTyped, const QString &newTyped);
 
 } // namespace egncorrection

@@ -58,9 +58,9 @@ Result<qint16> MinutesLeftOn(const QSqlDatabase &clinic, const QDate &day)
     }
 }
 
-Outcome RecalcMinutesLeft()
+Outcome RecalcMinutesLeft(const QSqlDatabase &clinic)
 {
-    const auto left = MinutesLeftOn(store::clinicDb(), calendar::today());
+    const auto left = MinutesLeftOn(clinic, calendar::today());
     if (!left)
         return Outcome::failure(left.error());
     run().MinutesLeft = left.value();

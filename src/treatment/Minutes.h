@@ -21,4 +21,4 @@ int DayBudgetMinutes(const QString &code);
 // count leaves the signed 16-bit range, which takes over two hundred of the longest lines.
 Result<qint16> MinutesLeftOn(const QSqlDatabase &clinic, const QDate &day);
 // Recomputes MinutesLeft for today; on failure MinutesLeft keeps its value and the message is returned.
-Outcome RecalcMinutesLeft();
+Outcome RecalcMinutesLeft(const QSqlDatabase &clinic);

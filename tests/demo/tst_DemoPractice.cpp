@@ -44,7 +44,7 @@ QSet<QString> foundRules(const QDate &from, const QDate &to, const QDate &today)
     QSet<QString> codes;
     const reports::Period period = reports::CheckPeriod(dates::toTyped(from), dates::toTyped(to)).period;
     for (const QVariantList &doctor : rows(QStringLiteral("SELECT KodMedic FROM Medic"))) {
-        const auto findings = reports::CheckClaims(period, doctor.at(0).toString(), today);
+        const auto findings = reports::CheckClaims(store::clinicDb(), period, doctor.at(0).toString(), today);
         if (!findings)
             qFatal("%s", qPrintable(findings.error()));
         for (const reports::ClaimFinding &finding : findings.value())

@@ -106,7 +106,7 @@ private slots:
         TestPractice practice;
         addPatients(practice, {validEgn(QDate(1960, 7, 8))});
         const QStringList before = birthDates();
-        const auto report = repair::RepairDatabase(repair::Mode::DryRun);
+        const auto report = repair::RepairDatabase(store::clinicDb(), repair::Mode::DryRun);
         QVERIFY(report);
         QCOMPARE(report->rewritten, 1);
         QCOMPARE(report->integrity, QStringLiteral("ok"));

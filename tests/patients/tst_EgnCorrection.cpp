@@ -44,17 +44,17 @@ private slots:
     {
         TestPractice practice;
         twoPatients(practice);
-        const auto moved = moveEgn(u" "_qs + Wrong, Right + u" "_qs);
+        const auto moved = moveEgn(store::clinicDb(), u" "_qs + Wrong, Right + u" "_qs);
         QVERIFY2(moved.ok(), qPrintable(moved.error()));
         QCOMPARE(QList<int>({moved->pacients, moved->dental, moved->help}), QList<int>({1, 1, 3}));
         QCOMPARE(rowsUnder(practice, Right), QList<int>({1, 1, 3, 0}));
         QCOMPARE(rowsUnder(practice, Wrong), QList<int>({0, 0, 0, 1})); // referrals keep it
         QCOMPARE(rowsUnder(practice, Other), QList<int>({1, 1, 1, 0}));
 
-        const auto again = moveEgn(Wrong, Right); // nothing is left under the old number
+        const auto again = moveEgn(store::clinicDb(), Wrong, Right); // nothing is left under the old number
         QVERIFY(again.ok());
         QCOMPARE(again->pacients + again->dental + again->help, 0);
-        QVERIFY(moveEgn(Right, Right).ok()); // the same number rewrites in place
+        QVERIFY(moveEgn(store::clinicDb(), Right, Right).ok()); // the same number rewrites in place
         QCOMPARE(rowsUnder(practice, Right), QList<int>({1, 1, 3, 0}));
     }
 
@@ -64,7 +64,7 @@ private slots:
         practice.addPatient(Wrong, QStringLiteral("Иван Петров"), Doctor);
         practice.addService(Wrong, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("DELETE FROM Dental"));
-        const auto moved = moveEgn(Wrong, Right);
+        const auto moved = moveEgn(store::clinicDb(), Wrong, Right);
         QVERIFY(moved.ok());
         QCOMPARE(QList<int>({moved->pacients, moved->dental, moved->help}), QList<int>({1, 0, 1}));
     }
@@ -87,7 +87,7 @@ private slots:
         QFETCH(QString, named);
         TestPractice practice;
         twoPatients(practice);
-        const auto moved = moveEgn(Wrong, newEgn);
+        const auto moved = moveEgn(store::clinicDb(), Wrong, newEgn);
         QVERIFY(!moved.ok());
         QVERIFY2(moved.error().contains(named) && moved.error().endsWith(u"Номерът не е сменен."_qs),
                  qPrintable(moved.error()));
@@ -99,7 +99,7 @@ private slots:
         TestPractice practice;
         practice.addPatient(Wrong, QStringLiteral("Иван Петров"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("DROP TABLE Help"));
-        QVERIFY(!moveEgn(Wrong, Right).ok());
+        QVERIFY(!moveEgn(store::clinicDb(), Wrong, Right).ok());
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients WHERE EGN = '" + Wrong + "'"), 1);
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental WHERE EGN = '" + Wrong + "'"), 1);
     }

@@ -360,7 +360,7 @@ private:
     QList<reports::ClaimFinding> expectedFindings(const QString &first, const QString &last) const
     {
         const auto checked =
-            reports::CheckClaims(reports::CheckPeriod(first, last).period, Doctor, calendar::today());
+            reports::CheckClaims(store::clinicDb(), reports::CheckPeriod(first, last).period, Doctor, calendar::today());
         if (!checked)
             qFatal("%s", qPrintable(checked.error()));
         return checked.value();

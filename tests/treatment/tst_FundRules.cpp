@@ -67,7 +67,7 @@ private slots:
             practice.addService(u"7501010001"_s, QDate(2026, 3, codes[i].section(u'@', 1).toInt() ?: 15),
                                 codes[i].section(u'@', 0, 0), i % 2 ? u"2200000001"_s : u"2200000002"_s);
         run().MinutesLeft = 0;
-        QVERIFY(RecalcMinutesLeft().ok());
+        QVERIFY(RecalcMinutesLeft(store::clinicDb()).ok());
         QTEST(int(run().MinutesLeft), "left");
     }
 
@@ -76,11 +76,11 @@ private slots:
         TestPractice practice;
         // 360 - 234 * 141 = -32634 still fits; one more line leaves the 16-bit range.
         practice.addServices(234, u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
-        QVERIFY(RecalcMinutesLeft().ok());
+        QVERIFY(RecalcMinutesLeft(store::clinicDb()).ok());
         QCOMPARE(int(run().MinutesLeft), 360 - 234 * 141);
         practice.addService(u"7501010001"_s, QDate(2026, 3, 15), u"333"_s, u"1"_s);
         run().MinutesLeft = 77;
-        const Outcome recalculated = RecalcMinutesLeft();
+        const Outcome recalculated = RecalcMinutesLeft(store::clinicDb());
         QVERIFY(!recalculated.ok());
         QVERIFY(recalculated.error().contains(u"15.03.2026"_s)); // names the day to look at
         QCOMPARE(int(run().MinutesLeft), 77);

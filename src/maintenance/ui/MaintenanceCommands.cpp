@@ -87,7 +87,7 @@ void repairData()
     std::optional<Result<repair::RepairReport>> repaired;
     {
         BusyPointer busy;
-        repaired.emplace(repair::RepairDatabase(repair::Mode::Write));
+        repaired.emplace(repair::RepairDatabase(store::clinicDb(), repair::Mode::Write));
     }
     if (!*repaired) {
         dialogs().information(repaired->error());

@@ -1,9 +1,10 @@
 #include "patients/ui/KorEGN.h"
 
-#include "patients/EgnCorrection.h"
-#include "patients/ui/FocusLeaving.h"
 #include "base/Dialogs.h"
 #include "base/ui/WindowPlacement.h"
+#include "patients/EgnCorrection.h"
+#include "patients/ui/FocusLeaving.h"
+#include "store/Sql.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -65,7 +66,7 @@ bool KorEGN::eventFilter(QObject *watched, QEvent *event)
 void KorEGN::change()
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto moved = egncorrection::moveEgn(m_old->text(), m_new->text());
+    const auto moved = egncorrection::moveEgn(store::clinicDb(), m_old->text(), m_new->text());
     QGuiApplication::restoreOverrideCursor();
     // Success is silent; the inputs keep their text.
     if (!moved)

@@ -28,12 +28,13 @@ Result<QList<ClaimFinding>> CheckClaims(const QSqlDatabase &clinic, const Annual
     }
 }
 
-Result<QList<ClaimFinding>> CheckClaims(const Period &period, const QString &medicCode, const QDate &today)
+Result<QList<ClaimFinding>> CheckClaims(const QSqlDatabase &clinic, const Period &period, const QString &medicCode,
+                                        const QDate &today)
 {
     const auto packages = AnnualPackageTable::load(store::paths().folder);
     if (!packages)
         return Result<QList<ClaimFinding>>::failure(packages.error());
-    return CheckClaims(store::clinicDb(), packages.value(), period, medicCode, today);
+    return CheckClaims(clinic, packages.value(), period, medicCode, today);
 }
 
 } // namespace reports

@@ -19,6 +19,7 @@ Result<QList<ClaimFinding>> CheckClaims(const QSqlDatabase &clinic, const Annual
                                         const Period &period, const QString &medicCode, const QDate &today);
 
 // The same on the open store, with the package table of its data folder.
-Result<QList<ClaimFinding>> CheckClaims(const Period &period, const QString &medicCode, const QDate &today);
+Result<QList<ClaimFinding>> CheckClaims(const QSqlDatabase &clinic, const Period &period, const QString &medicCode,
+                                        const QDate &today);
 
 } // namespace reports

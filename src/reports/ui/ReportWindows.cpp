@@ -56,7 +56,7 @@ std::optional<QList<reports::ClaimFinding>> checkClaims(const SeekDate *dialog)
     Result<QList<reports::ClaimFinding>> checked = Result<QList<reports::ClaimFinding>>::failure({});
     {
         BusyPointer busy;
-        checked = reports::CheckClaims(dialog->period(), run().CurrentMedicCode, calendar::today());
+        checked = reports::CheckClaims(store::clinicDb(), dialog->period(), run().CurrentMedicCode, calendar::today());
     }
     if (!checked) {
         dialogs().information(checked.error());

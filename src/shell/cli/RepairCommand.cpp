@@ -3,6 +3,7 @@
 #include "maintenance/Repair.h"
 #include "shell/cli/EgnRuleOption.h"
 #include "shell/cli/ParseArguments.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 namespace {
@@ -42,7 +43,7 @@ int RepairCommand::run(const QCommandLineParser &parser, const store::DataPaths 
     if (auto opened = store::openStore(paths, {.practiceMustExist = true}); !opened)
         return fail(err, opened.error());
     const bool dryRun = parser.isSet(DryRun);
-    const auto repaired = repair::RepairDatabase(dryRun ? repair::Mode::DryRun : repair::Mode::Write);
+    const auto repaired = repair::RepairDatabase(store::clinicDb(), dryRun ? repair::Mode::DryRun : repair::Mode::Write);
     store::closeStore();
     if (!repaired)
         return fail(err, repaired.error());

@@ -96,7 +96,7 @@ private:
         const auto day = today();
         if (!day)
             return 2;
-        const auto findings = reports::CheckClaims(period, run().CurrentMedicCode, *day);
+        const auto findings = reports::CheckClaims(store::clinicDb(), period, run().CurrentMedicCode, *day);
         if (!findings)
             return fail(findings.error());
         if (m_parser.isSet(QStringLiteral("pdf"))) {

@@ -4,14 +4,15 @@
 #include "base/Dialogs.h"
 #include "base/RunState.h"
 #include "base/Settings.h"
+#include "base/ui/WindowPlacement.h"
 #include "shell/ui/About.h"
 #include "shell/ui/ChangePassword.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/PlainMessage.h"
 #include "shell/ui/TimeDay.h"
 #include "shell/ui/WindowHelp.h"
-#include "base/ui/WindowPlacement.h"
 #include "store/Scratch.h"
+#include "store/Sql.h"
 #include "treatment/Minutes.h"
 
 #include <QAction>
@@ -99,7 +100,7 @@ void frmMain::changeEvent(QEvent *event)
 // is told once.
 void frmMain::recalcMinutes()
 {
-    const Outcome recalculated = RecalcMinutesLeft();
+    const Outcome recalculated = RecalcMinutesLeft(store::clinicDb());
     if (recalculated) {
         m_shownMinutesFailure.clear();
         return;
