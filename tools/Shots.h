@@ -52,6 +52,6 @@ inline bool openDemoPractice(const char *folder)
     if (!doctor.next())
         return false;
     run().CurrentMedicCode = doctor.value(0).toString();
-    (void)RecalcMinutesLeft();
+    (void)RecalcMinutesLeft(store::clinicDb());
     return true;
 }

@@ -1,12 +1,9 @@
 // Pictures of the drawn chart, for a person to look at after a change of it: the patient card
 // and the treatment window of a demo patient with many findings, and the patient's record
-// print as a PDF in colour and in the greys of a black-and-white printer. Build and run by
-// hand, after the main build:
-//   g++ -std=c++20 -fPIC -Isrc -Ibuild/generated tools/chart_shots.cpp build/libvelmorata_gui.a
-//       build/libvelmorata_core.a $(pkg-config --cflags --libs Qt6Widgets Qt6Sql Qt6PrintSupport libsodium libmdb)
-//       -lsqlite3 -o /tmp/chart_shots
+// print as a PDF in colour and in the greys of a black-and-white printer. Run by hand:
+//   (the build makes build/chart_shots beside the program)
 //   build/velmorata demo --data-dir /tmp/demo     (see `velmorata demo --help`)
-//   xvfb-run -s "-screen 0 1366x768x24" /tmp/chart_shots /tmp/demo /tmp/shots   (or QT_QPA_PLATFORM=offscreen)
+//   xvfb-run -s "-screen 0 1366x768x24" build/chart_shots /tmp/demo /tmp/shots   (or QT_QPA_PLATFORM=offscreen)
 //   pdftoppm -png -r 60 -f 1 -l 1 /tmp/shots/record.pdf /tmp/shots/record
 #include "Shots.h"
 #include "base/ui/PrintRenderer.h"

@@ -1,10 +1,8 @@
 // Pictures of the treatment window and the referrals window on a demo practice, for a person
-// to look at after a change of their layout. Build and run by hand, after the main build:
-//   g++ -std=c++20 -fPIC -Isrc -Ibuild/generated tools/treatment_shots.cpp build/libvelmorata_gui.a
-//       build/libvelmorata_core.a $(pkg-config --cflags --libs Qt6Widgets Qt6Sql Qt6PrintSupport libsodium libmdb)
-//       -lsqlite3 -o /tmp/treatment_shots
+// to look at after a change of their layout. Run by hand:
+//   (the build makes build/treatment_shots beside the program)
 //   build/velmorata demo --data-dir /tmp/demo     (see `velmorata demo --help`)
-//   QT_QPA_PLATFORM=offscreen /tmp/treatment_shots /tmp/demo /tmp/shots
+//   QT_QPA_PLATFORM=offscreen build/treatment_shots /tmp/demo /tmp/shots
 #include "Shots.h"
 #include "treatment/ui/DenHelp.h"
 #include "treatment/ui/PathWay.h"
