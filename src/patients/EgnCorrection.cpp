@@ -11,7 +11,7 @@ const QChar CarriageReturn(13);
 
 int rewriteFirstRow(const QSqlDatabase &db, const QString &table, const QString &oldEgn, const QString &newEgn)
 {
-    const QVariant id = patientcard::firstRowId(table, oldEgn);
+    const QVariant id = patientcard::firstRowId(db, table, oldEgn);
     if (id.isNull())
         return 0;
     return store::run(db, QStringLiteral("UPDATE %1 SET EGN = ? WHERE ID = ?").arg(table), {newEgn, id})
@@ -49,7 +49,7 @@ Result<Moved> moveEgn(const QSqlDatabase &clinic, const QString &oldTyped, const
 {
     const QString oldEgn = oldTyped.trimmed();
     const QString newEgn = newTyped.trimmed();
-    const auto rule = patientcard::practiceEgnRule();
+    const auto rule = patientcard::practiceEgnRule(clinic);
     if (!rule)
         return Result<Moved>::failure(rule.error());
     if (const QString refusal = newNumberRefusal(newEgn, rule.value()); !refusal.isEmpty())

@@ -45,9 +45,9 @@ QString firstRuleHead(const QString &egn, EgnRule rule)
                                     : QString();
 }
 
-void readPersonalData(CardData &card, const QString &egn)
+void readPersonalData(const QSqlDatabase &db, CardData &card, const QString &egn)
 {
-    QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT * FROM Pacients WHERE ID = ?"),
+    QSqlQuery row = store::run(db, QStringLiteral("SELECT * FROM Pacients WHERE ID = ?"),
                                {card.pacientRowId});
     if (!row.next())
         return;
@@ -57,11 +57,11 @@ void readPersonalData(CardData &card, const QString &egn)
     card.fields.insert(QStringLiteral("EGN"), egn);
 }
 
-void readChart(CardData &card)
+void readChart(const QSqlDatabase &db, CardData &card)
 {
     if (card.dentalRowId == 0)
         return;
-    QSqlQuery row = store::run(store::clinicDb(), QStringLiteral("SELECT * FROM Dental WHERE ID = ?"),
+    QSqlQuery row = store::run(db, QStringLiteral("SELECT * FROM Dental WHERE ID = ?"),
                                {card.dentalRowId});
     if (!row.next())
         return;
@@ -70,41 +70,42 @@ void readChart(CardData &card)
         card.chart[i] = row.value(names.at(i)).toString();
 }
 
-qint64 insertChart(const CardData &card, const QString &egn)
+qint64 insertChart(const QSqlDatabase &db, const CardData &card, const QString &egn)
 {
     const QStringList names = store::chartFieldNames();
     QVariantList values{egn};
     for (const QString &text : card.chart)
         values << store::textOrNull(text);
-    return store::insertReturningKey(store::clinicDb(),
+    return store::insertReturningKey(db,
                                      QStringLiteral("INSERT INTO Dental (EGN, %1) VALUES (?%2)")
                                          .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size())),
                                      values);
 }
 
-void updateChart(const CardData &card)
+void updateChart(const QSqlDatabase &db, const CardData &card)
 {
     const QStringList names = store::chartFieldNames();
-    QSqlQuery update(store::clinicDb());
+    QSqlQuery update(db);
     update.prepare(QStringLiteral("UPDATE Dental SET %1 = ? WHERE ID = ?").arg(names.join(QStringLiteral(" = ?, "))));
     for (const QString &text : card.chart)
         update.addBindValue(store::textOrNull(text));
     update.addBindValue(card.dentalRowId);
     if (!update.exec())
-        throw store::SqlError(store::clinicDb(), update);
+        throw store::SqlError(db, update);
 }
 
-void writeChart(const CardData &card, const QString &egn)
+void writeChart(const QSqlDatabase &db, const CardData &card, const QString &egn)
 {
-    if (card.dentalRowId != 0 && store::scalar(store::clinicDb(), QStringLiteral("SELECT ID FROM Dental WHERE ID = ?"),
+    if (card.dentalRowId != 0 && store::scalar(db, QStringLiteral("SELECT ID FROM Dental WHERE ID = ?"),
                                                 {card.dentalRowId})
                                      .isValid())
-        updateChart(card);
+        updateChart(db, card);
     else
-        insertChart(card, egn);
+        insertChart(db, card, egn);
 }
 
-qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCardStamp &stamp, EgnRule rule)
+qint64 insertPersonalData(const QSqlDatabase &db, const CardData &card, const QString &egn, const NewCardStamp &stamp,
+                          EgnRule rule)
 {
     QHash<QString, QVariant> values;
     for (const QString &field : editedFields())
@@ -119,7 +120,7 @@ qint64 insertPersonalData(const CardData &card, const QString &egn, const NewCar
     QVariantList bound;
     for (const QString &name : names)
         bound << values.value(name);
-    return store::insertReturningKey(store::clinicDb(),
+    return store::insertReturningKey(db,
                                      QStringLiteral("INSERT INTO Pacients (%1) VALUES (?%2)")
                                          .arg(names.join(QStringLiteral(", ")), QStringLiteral(", ?").repeated(names.size() - 1)),
                                      bound);
@@ -139,16 +140,16 @@ CardData storedNewCard(CardData card, const QString &egn, const NewCardStamp &st
     return card;
 }
 
-void updatePersonalData(const CardData &card)
+void updatePersonalData(const QSqlDatabase &db, const CardData &card)
 {
-    QSqlQuery update(store::clinicDb());
+    QSqlQuery update(db);
     update.prepare(
         QStringLiteral("UPDATE Pacients SET %1 = ? WHERE ID = ?").arg(editedFields().join(QStringLiteral(" = ?, "))));
     for (const QString &field : editedFields())
         update.addBindValue(fieldValue(card, field));
     update.addBindValue(card.pacientRowId);
     if (!update.exec())
-        throw store::SqlError(store::clinicDb(), update);
+        throw store::SqlError(db, update);
 }
 
 QString noValidNumberMessage()
@@ -163,9 +164,9 @@ QString storeFailure(const QString &what, const store::SqlError &error)
 
 } // namespace
 
-QVariant firstRowId(const QString &table, const QString &egn)
+QVariant firstRowId(const QSqlDatabase &db, const QString &table, const QString &egn)
 {
-    return store::scalar(store::clinicDb(),
+    return store::scalar(db,
                          QStringLiteral("SELECT MIN(ID) FROM %1 WHERE EGN = ?").arg(table), {egn});
 }
 
@@ -183,27 +184,27 @@ const QStringList &editedFields()
     return fields;
 }
 
-Result<std::optional<CardData>> loadPatient(const QString &egn)
+Result<std::optional<CardData>> loadPatient(const QSqlDatabase &db, const QString &egn)
 {
     try {
-        const QVariant pacientId = firstRowId(QStringLiteral("Pacients"), egn);
+        const QVariant pacientId = firstRowId(db, QStringLiteral("Pacients"), egn);
         if (pacientId.isNull())
             return Result<std::optional<CardData>>::success(std::nullopt);
         CardData card;
         card.pacientRowId = pacientId.toLongLong();
-        card.dentalRowId = firstRowId(QStringLiteral("Dental"), egn).toLongLong();
-        readPersonalData(card, egn);
-        readChart(card);
+        card.dentalRowId = firstRowId(db, QStringLiteral("Dental"), egn).toLongLong();
+        readPersonalData(db, card, egn);
+        readChart(db, card);
         return Result<std::optional<CardData>>::success(card);
     } catch (const store::SqlError &error) {
         return Result<std::optional<CardData>>::failure(storeFailure(QStringLiteral("Картонът не може да бъде прочетен!"), error));
     }
 }
 
-Result<EgnRule> practiceEgnRule()
+Result<EgnRule> practiceEgnRule(const QSqlDatabase &db)
 {
     try {
-        return Result<EgnRule>::success(egnrule::practiceRule(store::clinicDb()));
+        return Result<EgnRule>::success(egnrule::practiceRule(db));
     } catch (const store::SqlError &error) {
         return Result<EgnRule>::failure(storeFailure(QStringLiteral("Правилото за ЕГН не може да бъде прочетено!"), error));
     }
@@ -234,9 +235,9 @@ QString noBirthDateMessage(const QString &egn)
                           "Поправете го чрез \"Корекция ЕГН\", за да се изчислява цената по възрастта.");
 }
 
-Result<EgnEntry> checkEnteredEgn(const QString &typed)
+Result<EgnEntry> checkEnteredEgn(const QSqlDatabase &db, const QString &typed)
 {
-    const auto rule = practiceEgnRule();
+    const auto rule = practiceEgnRule(db);
     if (!rule)
         return Result<EgnEntry>::failure(rule.error());
     EgnEntry entry;
@@ -249,7 +250,7 @@ Result<EgnEntry> checkEnteredEgn(const QString &typed)
     entry.shownEgn = typed;
     try {
         const QVariant name = store::scalar(
-            store::clinicDb(), QStringLiteral("SELECT Names FROM Pacients WHERE EGN = ? ORDER BY ID"), {typed});
+            db, QStringLiteral("SELECT Names FROM Pacients WHERE EGN = ? ORDER BY ID"), {typed});
         entry.verdict = name.isValid() ? EgnVerdict::ExistingPatient : EgnVerdict::NewPatient;
         entry.existingName = name.toString();
     } catch (const store::SqlError &error) {
@@ -271,10 +272,10 @@ QString registrationDateRefusal(const CardData &card)
            QStringLiteral("Въведете датата като ДД.ММ.ГГГГ. Картонът не е записан.");
 }
 
-Result<std::optional<PostPlace>> findPostCode(const QString &pkod)
+Result<std::optional<PostPlace>> findPostCode(const QSqlDatabase &data, const QString &pkod)
 {
     try {
-        QSqlQuery row = store::run(store::dataDb(),
+        QSqlQuery row = store::run(data,
                                    QStringLiteral("SELECT Tawn, Obsh, Obl, ZK, ZdRn FROM PostCode WHERE PKod = ? ORDER BY ID"),
                                    {pkod});
         if (!row.next())
@@ -331,9 +332,9 @@ QString streetWithPrefix(const QString &typed)
     return QStringLiteral("ул. ") + street;
 }
 
-Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp)
+Result<CardData> saveNewCard(const QSqlDatabase &db, const CardData &card, const QString &egn, const NewCardStamp &stamp)
 {
-    const auto rule = practiceEgnRule();
+    const auto rule = practiceEgnRule(db);
     if (!rule)
         return Result<CardData>::failure(rule.error());
     if (!numberRefusal(egn, rule.value()).isEmpty())
@@ -341,12 +342,12 @@ Result<CardData> saveNewCard(const CardData &card, const QString &egn, const New
     if (const QString refusal = registrationDateRefusal(card); !refusal.isEmpty())
         return Result<CardData>::failure(refusal);
     try {
-        store::Transaction transaction(store::clinicDb());
-        if (!firstRowId(QStringLiteral("Pacients"), egn).isNull())
+        store::Transaction transaction(db);
+        if (!firstRowId(db, QStringLiteral("Pacients"), egn).isNull())
             return Result<CardData>::failure(egnmessages::withNumber(QStringLiteral("Вече има пациент с това ЕГН:"), egn) +
                                              CarriageReturn + QStringLiteral("Картонът не е записан."));
-        const qint64 pacientId = insertPersonalData(card, egn, stamp, rule.value());
-        const qint64 dentalId = insertChart(card, egn);
+        const qint64 pacientId = insertPersonalData(db, card, egn, stamp, rule.value());
+        const qint64 dentalId = insertChart(db, card, egn);
         transaction.commit();
         return Result<CardData>::success(storedNewCard(card, egn, stamp, pacientId, dentalId));
     } catch (const store::SqlError &error) {
@@ -354,30 +355,29 @@ Result<CardData> saveNewCard(const CardData &card, const QString &egn, const New
     }
 }
 
-Result<CardData> saveCardChanges(const CardData &card, const QString &egn)
+Result<CardData> saveCardChanges(const QSqlDatabase &db, const CardData &card, const QString &egn)
 {
     if (card.pacientRowId == 0)
         return Result<CardData>::failure(noValidNumberMessage());
     if (const QString refusal = registrationDateRefusal(card); !refusal.isEmpty())
         return Result<CardData>::failure(refusal);
     try {
-        store::Transaction transaction(store::clinicDb());
-        updatePersonalData(card);
-        writeChart(card, egn);
+        store::Transaction transaction(db);
+        updatePersonalData(db, card);
+        writeChart(db, card, egn);
         transaction.commit();
         CardData stored = card;
-        stored.dentalRowId = firstRowId(QStringLiteral("Dental"), egn).toLongLong();
+        stored.dentalRowId = firstRowId(db, QStringLiteral("Dental"), egn).toLongLong();
         return Result<CardData>::success(stored);
     } catch (const store::SqlError &error) {
         return Result<CardData>::failure(storeFailure(QStringLiteral("Промените по картона не са записани!"), error));
     }
 }
 
-Outcome deletePatient(const CardData &card, const QString &egn)
+Outcome deletePatient(const QSqlDatabase &db, const CardData &card, const QString &egn)
 {
     try {
-        store::Transaction transaction(store::clinicDb());
-        const auto db = store::clinicDb();
+        store::Transaction transaction(db);
         store::run(db, QStringLiteral("DELETE FROM Pacients WHERE ID = ?"), {card.pacientRowId});
         store::run(db, QStringLiteral("DELETE FROM Dental WHERE ID = ?"), {card.dentalRowId});
         store::run(db, QStringLiteral("DELETE FROM Help WHERE EGN = ?"), {egn});

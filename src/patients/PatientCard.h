@@ -4,6 +4,7 @@
 #include "store/Result.h"
 
 #include <QHash>
+#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -15,7 +16,7 @@
 namespace patientcard {
 
 // The ID of the first row of `table` (Pacients, Dental) stored under `egn`; null when there is none.
-QVariant firstRowId(const QString &table, const QString &egn);
+QVariant firstRowId(const QSqlDatabase &clinic, const QString &table, const QString &egn);
 
 // The fields of Pacients that the card shows in inputs, by field name.
 const QStringList &editedFields();
@@ -31,7 +32,7 @@ struct CardData final
 };
 
 // The stored patient with this number (the first row of it), or nullopt.
-Result<std::optional<CardData>> loadPatient(const QString &egn);
+Result<std::optional<CardData>> loadPatient(const QSqlDatabase &clinic, const QString &egn);
 
 // What leaving the number entry box leads to.
 enum class EgnVerdict { Failed, NewPatient, ExistingPatient };
@@ -46,7 +47,7 @@ struct EgnEntry final
 };
 
 // The rule of the personal number the practice works by (EgnRuleSetting.h).
-Result<EgnRule> practiceEgnRule();
+Result<EgnRule> practiceEgnRule(const QSqlDatabase &clinic);
 
 // The message with which a number is refused, or an empty text when it is taken: the length of
 // the text as typed, the three rules on the trimmed text, then ten digits. The card and the EGN
@@ -56,7 +57,7 @@ QString numberRefusal(const QString &typed, EgnRule rule);
 
 // The steps on leaving the entry box with `typed` in it: the refusal above, then a look for a
 // stored patient of that number. A new number that names no birth date is taken with a warning.
-Result<EgnEntry> checkEnteredEgn(const QString &typed);
+Result<EgnEntry> checkEnteredEgn(const QSqlDatabase &clinic, const QString &typed);
 
 // The message that refuses a registration date that is not empty and no date; empty otherwise.
 QString registrationDateRefusal(const CardData &card);
@@ -66,7 +67,7 @@ struct PostPlace final
 {
     QString tawn, obsh, obl, zk, zdRn;
 };
-Result<std::optional<PostPlace>> findPostCode(const QString &pkod);
+Result<std::optional<PostPlace>> findPostCode(const QSqlDatabase &data, const QString &pkod);
 QString postCodeUnknownMessage();
 
 // The checks and rewrites on leaving the name, health book, quarter and street inputs.
@@ -88,12 +89,13 @@ struct NewCardStamp final
 
 // Stores a new patient under `egn` with its chart, in one transaction. Refused when the
 // number is not a valid one or is already stored, or the registration date is no date.
-Result<CardData> saveNewCard(const CardData &card, const QString &egn, const NewCardStamp &stamp);
+Result<CardData> saveNewCard(const QSqlDatabase &clinic, const CardData &card, const QString &egn,
+                             const NewCardStamp &stamp);
 // Writes the inputs over the patient's stored rows in one transaction; a missing chart row
 // is created rather than the chart lost.
-Result<CardData> saveCardChanges(const CardData &card, const QString &egn);
+Result<CardData> saveCardChanges(const QSqlDatabase &clinic, const CardData &card, const QString &egn);
 // Removes the patient's row, chart row and all service lines of `egn` in one transaction.
-Outcome deletePatient(const CardData &card, const QString &egn);
+Outcome deletePatient(const QSqlDatabase &clinic, const CardData &card, const QString &egn);
 
 QString deleteQuestion();
 

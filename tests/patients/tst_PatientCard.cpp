@@ -81,7 +81,7 @@ private slots:
         QFETCH(int, verdict);
         TestPractice practice;
         practice.addPatient(validEgn(QDate(1975, 1, 1)), QStringLiteral("Иван Петров Иванов"), Doctor);
-        const auto entry = checkEnteredEgn(typed);
+        const auto entry = checkEnteredEgn(store::clinicDb(), typed);
         QVERIFY(entry.ok());
         QCOMPARE(entry->messages, messages);
         QCOMPARE(int(entry->verdict), verdict);
@@ -106,17 +106,17 @@ private slots:
         TestPractice practice;
         const QString child = validEgn(QDate(2015, 5, 12));
         QVERIFY(egnrule::storeRule(store::clinicDb(), publicRule ? EgnRule::Public : EgnRule::System).ok());
-        const auto entry = checkEnteredEgn(child);
+        const auto entry = checkEnteredEgn(store::clinicDb(), child);
         QVERIFY(entry.ok());
         if (!publicRule) {
             QCOMPARE(entry->messages, QStringList{egnmessages::withNumber(egnmessages::MonthHead, child) + u'\r' + egnrule::whereTheSettingIs()});
             QVERIFY(egnrule::whereTheSettingIs().contains(QStringLiteral("\"Служебна\" → \"Правило за ЕГН\"")));
-            QVERIFY(!saveNewCard(CardData{}, child, {}).ok());
+            QVERIFY(!saveNewCard(store::clinicDb(), CardData{}, child, {}).ok());
             return;
         }
         QCOMPARE(entry->messages, QStringList{});
         QCOMPARE(int(entry->verdict), int(EgnVerdict::NewPatient));
-        QVERIFY(saveNewCard(CardData{}, child, {Doctor, std::nullopt, {}, {}}).ok());
+        QVERIFY(saveNewCard(store::clinicDb(), CardData{}, child, {Doctor, std::nullopt, {}, {}}).ok());
         QCOMPARE(practice.row(QStringLiteral("SELECT DataB FROM Pacients WHERE EGN = ?"), {child}),
                  QStringList{QStringLiteral("2015-05-12")});
     }
@@ -176,13 +176,13 @@ private slots:
     void postCodeLookUp()
     {
         TestPractice practice;
-        const auto sofia = findPostCode(QStringLiteral("1000"));
+        const auto sofia = findPostCode(store::dataDb(), QStringLiteral("1000"));
         QVERIFY(sofia.ok() && sofia.value());
         QCOMPARE(sofia.value()->tawn, QStringLiteral("гр. София"));
         QCOMPARE(sofia.value()->zk, QStringLiteral("22"));
         QCOMPARE(sofia.value()->zdRn, QStringLiteral("01"));
         for (const QString &unknown : {QStringLiteral("9999"), QStringLiteral(" 1000"), QStringLiteral("10'0")}) {
-            const auto none = findPostCode(unknown);
+            const auto none = findPostCode(store::dataDb(), unknown);
             QVERIFY(none.ok());
             QVERIFY(!none.value());
         }
@@ -192,7 +192,7 @@ private slots:
     {
         TestPractice practice;
         const QString egn = validEgn(QDate(2005, 5, 12), false);
-        const auto saved = saveNewCard(typedCard(QStringLiteral("Д'Артанян Петров")), egn, {Doctor, {}, u"22"_qs, u"01"_qs});
+        const auto saved = saveNewCard(store::clinicDb(), typedCard(QStringLiteral("Д'Артанян Петров")), egn, {Doctor, {}, u"22"_qs, u"01"_qs});
         QVERIFY2(saved.ok(), qPrintable(saved.error()));
         QCOMPARE(practice.row("SELECT Names, LKod, RZOK, ZR, DataB, DataR, Z24, Z1 FROM Pacients JOIN Dental USING (EGN) "
                               "WHERE EGN = ?", {egn}),
@@ -200,7 +200,7 @@ private slots:
         QVERIFY(saved->pacientRowId > 0 && saved->dentalRowId > 0);
         // Without a post code found, the two fund fields become empty whatever was typed.
         const QString other = validEgn(QDate(1990, 2, 3));
-        QVERIFY(saveNewCard(typedCard(QStringLiteral("А Б")), other, {Doctor, {}, {}, {}}).ok());
+        QVERIFY(saveNewCard(store::clinicDb(), typedCard(QStringLiteral("А Б")), other, {Doctor, {}, {}, {}}).ok());
         QVERIFY(stored("SELECT RZOK FROM Pacients WHERE EGN = ?", {other}).isNull());
     }
 
@@ -231,7 +231,7 @@ private slots:
         practice.addPatient(Taken, QStringLiteral("Стар Пациент"), Doctor);
         CardData card = typedCard(QStringLiteral("Иван Петров"));
         card.fields.insert(QStringLiteral("DataR"), registered);
-        const auto saved = saveNewCard(card, egn, {Doctor, {}, {}, {}});
+        const auto saved = saveNewCard(store::clinicDb(), card, egn, {Doctor, {}, {}, {}});
         if (!refusal.isEmpty()) {
             QVERIFY2(!saved.ok() && saved.error().startsWith(refusal), qPrintable(saved.error()));
             QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients") + practice.count("SELECT COUNT(*) FROM Dental"), 2);
@@ -240,7 +240,7 @@ private slots:
         QVERIFY2(saved.ok(), qPrintable(saved.error()));
         QTEST(practice.row("SELECT DataB, DataR FROM Pacients WHERE EGN = ?", {egn}), "dates");
         store::run(store::clinicDb(), QStringLiteral("DELETE FROM Pacients WHERE EGN = ?"), {egn});
-        const auto anew = checkEnteredEgn(egn);
+        const auto anew = checkEnteredEgn(store::clinicDb(), egn);
         QCOMPARE(int(anew->verdict), int(EgnVerdict::NewPatient));
         QVERIFY(anew->messages.value(0).startsWith(egnmessages::withNumber(egnmessages::DateHead, egn)));
     }
@@ -251,19 +251,19 @@ private slots:
         const QString egn = validEgn(QDate(1975, 1, 1));
         practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("DELETE FROM Dental"));
-        auto card = loadPatient(egn);
+        auto card = loadPatient(store::clinicDb(), egn);
         QVERIFY(card.ok() && card.value());
         CardData edited = *card.value();
         QCOMPARE(edited.dentalRowId, qint64(0));
         edited.fields.insert(QStringLiteral("Pol"), QStringLiteral("М"));
         edited.chart[27] = QStringLiteral("K"); // Z28
-        const auto saved = saveCardChanges(edited, egn);
+        const auto saved = saveCardChanges(store::clinicDb(), edited, egn);
         QVERIFY2(saved.ok(), qPrintable(saved.error()));
         QCOMPARE(practice.row("SELECT Z28, Pol FROM Dental JOIN Pacients USING (EGN)"), (QStringList{"K", "М"}));
         // Saved again, the row made the first time is updated, not doubled.
         edited = saved.value();
         edited.chart[27] = QStringLiteral("X");
-        QVERIFY(saveCardChanges(edited, egn).ok());
+        QVERIFY(saveCardChanges(store::clinicDb(), edited, egn).ok());
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Dental"), 1);
         QCOMPARE(stored("SELECT Z28 FROM Dental").toString(), QStringLiteral("X"));
     }
@@ -273,13 +273,13 @@ private slots:
         TestPractice practice;
         const QString egn = validEgn(QDate(1975, 1, 1));
         practice.addPatient(egn, QStringLiteral("Иван Петров"), Doctor);
-        CardData edited = *loadPatient(egn).value();
+        CardData edited = *loadPatient(store::clinicDb(), egn).value();
         edited.fields.insert(QStringLiteral("Names"), QStringLiteral("Сменено Име"));
         store::run(store::clinicDb(), QStringLiteral("DROP TABLE Dental"));
-        const auto saved = saveCardChanges(edited, egn);
+        const auto saved = saveCardChanges(store::clinicDb(), edited, egn);
         QVERIFY(!saved.ok());
         QCOMPARE(stored("SELECT Names FROM Pacients").toString(), QStringLiteral("Иван Петров"));
-        const auto added = saveNewCard(typedCard(QStringLiteral("Нов")), validEgn(QDate(1990, 2, 3)), {Doctor, {}, {}, {}});
+        const auto added = saveNewCard(store::clinicDb(), typedCard(QStringLiteral("Нов")), validEgn(QDate(1990, 2, 3)), {Doctor, {}, {}, {}});
         QVERIFY(!added.ok());
         QCOMPARE(practice.count("SELECT COUNT(*) FROM Pacients"), 1);
     }
@@ -294,7 +294,7 @@ private slots:
         for (const QString &who : {egn, egn, other})
             practice.addService(who, QDate(2026, 3, 1), QStringLiteral("101"), Doctor);
         store::run(store::clinicDb(), QStringLiteral("INSERT INTO Path (EGN) VALUES (?)"), {egn});
-        const auto deleted = deletePatient(*loadPatient(egn).value(), egn);
+        const auto deleted = deletePatient(store::clinicDb(), *loadPatient(store::clinicDb(), egn).value(), egn);
         QVERIFY2(deleted.ok(), qPrintable(deleted.error()));
         const QString left = QStringLiteral("SELECT (SELECT group_concat(EGN) FROM Pacients), (SELECT group_concat(EGN) FROM "
                                             "Dental), (SELECT group_concat(EGN) FROM Help), (SELECT group_concat(EGN) FROM Path)");

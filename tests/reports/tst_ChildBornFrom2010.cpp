@@ -44,11 +44,11 @@ private slots:
         QVERIFY(EgnMonthBad(child));
 
         // The card takes the number and stores the birth date it names.
-        const auto entry = patientcard::checkEnteredEgn(child);
+        const auto entry = patientcard::checkEnteredEgn(store::clinicDb(), child);
         QVERIFY(entry.ok() && entry->messages.isEmpty());
         patientcard::CardData card;
         card.fields.insert(u"Names"_s, u"Ана Иванова Петрова"_s);
-        QVERIFY(patientcard::saveNewCard(card, child, {Doctor, std::nullopt, {}, {}}).ok());
+        QVERIFY(patientcard::saveNewCard(store::clinicDb(), card, child, {Doctor, std::nullopt, {}, {}}).ok());
         QCOMPARE(practice.row(u"SELECT DataB FROM Pacients WHERE EGN = ?"_s, {child}), QStringList{u"2015-05-12"_s});
 
         // A filling on a milk tooth, priced up to 18.

@@ -1,13 +1,14 @@
 #include "patients/ui/KartonAdd.h"
 
-#include "patients/ui/ChartWidget.h"
-#include "patients/ui/FocusLeaving.h"
-#include "patients/ui/SeekName.h"
 #include "base/Dialogs.h"
 #include "base/RunState.h"
 #include "base/UnsavedTyping.h"
 #include "base/ui/WindowPlacement.h"
+#include "patients/ui/ChartWidget.h"
+#include "patients/ui/FocusLeaving.h"
+#include "patients/ui/SeekName.h"
 #include "patients/ui/ViewHelp.h"
+#include "store/Sql.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -328,7 +329,7 @@ void KartonAdd::load(const QString &foundName, const QString &foundEgn)
         m_cardEgn = foundEgn;
         setWindowTitle(QStringLiteral("Картон - Корекция"));
         m_add->setEnabled(false);
-        const auto stored = loadPatient(foundEgn);
+        const auto stored = loadPatient(store::clinicDb(), foundEgn);
         if (!stored)
             dialogs().information(stored.error());
         else if (stored.value())
@@ -421,7 +422,7 @@ void KartonAdd::inputLeft(QLineEdit *input)
 
 void KartonAdd::postCodeLeft()
 {
-    const auto found = findPostCode(m_postCode->text());
+    const auto found = findPostCode(store::dataDb(), m_postCode->text());
     if (!found) {
         dialogs().information(found.error());
         return;
@@ -456,7 +457,7 @@ void KartonAdd::numberEntryLeft()
     m_checkingNumber = true;
     const auto checked = [this] {
         BusyPointer busy;
-        return checkEnteredEgn(m_egnEntry->text());
+        return checkEnteredEgn(store::clinicDb(), m_egnEntry->text());
     }();
     if (!checked)
         dialogs().information(checked.error());
@@ -490,7 +491,7 @@ void KartonAdd::switchToStoredPatient(const EgnEntry &entry)
     setWindowTitle(QStringLiteral("Картон - Корекция"));
     m_cardName = entry.existingName;
     m_cardEgn = entry.shownEgn;
-    const auto stored = loadPatient(entry.shownEgn);
+    const auto stored = loadPatient(store::clinicDb(), entry.shownEgn);
     if (!stored)
         dialogs().information(stored.error());
     else if (stored.value())
@@ -541,7 +542,7 @@ void KartonAdd::saveNewCard(const CardData &card)
     const QString egn = m_storedEgn->text();
     const auto saved = [&] {
         BusyPointer busy;
-        return patientcard::saveNewCard(card, egn, stamp);
+        return patientcard::saveNewCard(store::clinicDb(), card, egn, stamp);
     }();
     if (!saved) {
         dialogs().information(saved.error());
@@ -560,7 +561,7 @@ void KartonAdd::saveChanges(const CardData &card)
 {
     const auto saved = [&] {
         BusyPointer busy;
-        return saveCardChanges(card, m_cardEgn);
+        return saveCardChanges(store::clinicDb(), card, m_cardEgn);
     }();
     if (!saved) {
         dialogs().information(saved.error());
@@ -581,7 +582,7 @@ void KartonAdd::deleteCard()
     // longer the one first found by name.
     const auto deleted = [&] {
         BusyPointer busy;
-        return deletePatient(m_card, m_cardEgn);
+        return deletePatient(store::clinicDb(), m_card, m_cardEgn);
     }();
     if (!deleted) {
         // Nothing was deleted: the card and its history stay for the user to go on.
