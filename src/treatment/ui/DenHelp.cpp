@@ -291,7 +291,7 @@ void DenHelp::toothPointed(int field)
 QString DenHelp::unsavedTyping() const
 {
     QStringList what;
-    if (m_model->hasUnsavedRow())
+    if (m_model->hasUnsavedTyping())
         what << UnsavedRow;
     if (m_referrals && m_referrals->hasUnsavedTyping())
         what << UnsavedReferral;
@@ -370,7 +370,7 @@ void DenHelp::deleteCurrentRow()
             return;
         }
     }
-    m_model->dropRow(current.row());
+    m_model->dropLine(current.row());
     m_grid->setCurrentIndex(m_model->index(std::min(current.row(), m_model->rowCount() - 1), current.column()));
     currentRowChanged();
 }
@@ -441,7 +441,7 @@ void DenHelp::printTreatmentData()
 
 void DenHelp::reject()
 {
-    if (!m_model->hasUnsavedRow() || !dialogs().question(dropTypingQuestion(UnsavedRow)))
+    if (!m_model->hasUnsavedTyping() || !dialogs().question(dropTypingQuestion(UnsavedRow)))
         return;
     const auto lines = LoadServiceLines(store::clinicDb(), m_currentEgn);
     if (!lines) {

@@ -1,24 +1,9 @@
 #include "treatment/ui/ReferralGrid.h"
 
 ReferralGridModel::ReferralGridModel(ReferralKind kind, QObject *parent)
-    : QAbstractTableModel(parent)
+    : StoredRowsModel<Referral>(parent)
     , m_kind(kind)
 {
-}
-
-void ReferralGridModel::setReferrals(const QList<Referral> &referrals)
-{
-    beginResetModel();
-    m_referrals = referrals;
-    m_typed = QList<bool>(referrals.size(), false);
-    m_new = {};
-    m_newBegun = false;
-    endResetModel();
-}
-
-int ReferralGridModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(m_referrals.size()) + 1;
 }
 
 int ReferralGridModel::columnCount(const QModelIndex &parent) const
@@ -30,19 +15,14 @@ QVariant ReferralGridModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
         return {};
-    const Referral &shown = isNewRow(index.row()) ? m_new : m_referrals.at(index.row());
-    return shown.values.value(index.column());
+    return shownRow(index.row()).values.value(index.column());
 }
 
 bool ReferralGridModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     if (!index.isValid() || role != Qt::EditRole)
         return false;
-    Referral &target = isNewRow(index.row()) ? m_new : m_referrals[index.row()];
-    if (isNewRow(index.row()))
-        m_newBegun = true;
-    else
-        m_typed[index.row()] = true;
+    Referral &target = typedRow(index.row());
     target.values.resize(columnCount());
     target.values[index.column()] = value.toString();
     emit dataChanged(index, index);
@@ -65,41 +45,9 @@ QVariant ReferralGridModel::headerData(int section, Qt::Orientation orientation,
 
 std::optional<Referral> ReferralGridModel::referral(int row) const
 {
-    if (row < 0 || row > m_referrals.size())
-        return std::nullopt;
     if (isNewRow(row))
-        return m_newBegun ? std::optional<Referral>(m_new) : std::nullopt;
-    return m_referrals.at(row);
-}
-
-void ReferralGridModel::storeReferral(int row, const Referral &saved)
-{
-    if (isNewRow(row)) {
-        beginInsertRows({}, row, row);
-        m_referrals << saved;
-        m_typed << false;
-        m_new = {};
-        m_newBegun = false;
-        endInsertRows();
-    } else if (row >= 0 && row < m_referrals.size()) {
-        m_referrals[row] = saved;
-        m_typed[row] = false;
-    }
-    emit dataChanged(index(row, 0), index(row + 1, columnCount() - 1));
-}
-
-void ReferralGridModel::removeReferral(int row)
-{
-    if (isNewRow(row)) {
-        m_new = {};
-        m_newBegun = false;
-        emit dataChanged(index(row, 0), index(row, columnCount() - 1));
-        return;
-    }
-    if (row < 0 || row >= m_referrals.size())
-        return;
-    beginRemoveRows({}, row, row);
-    m_referrals.removeAt(row);
-    m_typed.removeAt(row);
-    endRemoveRows();
+        return isTyped(row) ? std::optional<Referral>(shownRow(row)) : std::nullopt;
+    if (!isStoredRow(row))
+        return std::nullopt;
+    return shownRow(row);
 }

@@ -7,27 +7,11 @@
 #include <QKeyEvent>
 
 ServiceGridModel::ServiceGridModel(QObject *parent)
-    : QAbstractTableModel(parent)
+    : StoredRowsModel<ServiceLine>(parent)
 {
 }
-
-void ServiceGridModel::setLines(const QList<ServiceLine> &lines)
-{
-    beginResetModel();
-    m_lines = lines;
-    m_editing = QList<bool>(lines.size(), false);
-    m_newLine = {};
-    m_newBegun = false;
-    endResetModel();
-}
-
-int ServiceGridModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_lines.size()) + 1; }
 
 int ServiceGridModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : ServiceColumnCount; }
-
-ServiceLine ServiceGridModel::line(int row) const { return isNewRow(row) ? m_newLine : m_lines.value(row); }
-
-bool ServiceGridModel::isEditing(int row) const { return isNewRow(row) ? m_newBegun : m_editing.value(row); }
 
 QVariant ServiceGridModel::data(const QModelIndex &index, int role) const
 {
@@ -49,18 +33,14 @@ bool ServiceGridModel::setData(const QModelIndex &index, const QVariant &value, 
     if (!index.isValid() || role != Qt::EditRole || index.column() == ZkColumn)
         return false;
     const int row = index.row();
-    if (isNewRow(row)) {
-        if (!m_newBegun) {
-            m_newBegun = true;
-            if (m_newRowDate.isValid())
-                m_newLine.Data = dates::toTyped(m_newRowDate);
-            emit rowBegun();
-        }
-        m_newLine.setCell(index.column(), value.toString());
-    } else {
-        m_lines[row].setCell(index.column(), value.toString());
-        m_editing[row] = true;
+    const bool begins = isNewRow(row) && !isTyped(row);
+    ServiceLine &typed = typedRow(row);
+    if (begins) {
+        if (m_newRowDate.isValid())
+            typed.Data = dates::toTyped(m_newRowDate);
+        emit rowBegun();
     }
+    typed.setCell(index.column(), value.toString());
     emit dataChanged(this->index(row, 0), this->index(row, ServiceColumnCount - 1));
     emit headerDataChanged(Qt::Vertical, row, row);
     return true;
@@ -87,55 +67,35 @@ QVariant ServiceGridModel::headerData(int section, Qt::Orientation orientation, 
 
 void ServiceGridModel::setEditing(int row)
 {
-    if (isNewRow(row) || row < 0 || row >= m_lines.size())
+    if (!isStoredRow(row))
         return;
-    m_editing[row] = true;
+    (void)typedRow(row);
     emit headerDataChanged(Qt::Vertical, row, row);
 }
 
 void ServiceGridModel::setPrintMark(int row, bool marked)
 {
-    if (isNewRow(row)) {
-        m_newLine.printMark = marked;
+    if (!isNewRow(row) && !isStoredRow(row))
         return;
-    }
-    if (row < 0 || row >= m_lines.size())
+    rowAt(row).printMark = marked;
+    if (isNewRow(row))
         return;
-    m_lines[row].printMark = marked;
     setEditing(row);
     emit dataChanged(index(row, ZkColumn), index(row, ZkColumn));
 }
 
 void ServiceGridModel::storeLine(int row, const ServiceLine &saved)
 {
-    if (isNewRow(row)) {
-        beginInsertRows({}, row, row); // the stored row takes the place of the new row, a fresh one follows
-        m_lines << saved;
-        m_editing << false;
-        m_newLine = {};
-        m_newBegun = false;
-        endInsertRows();
-    } else {
-        m_lines[row] = saved;
-        m_editing[row] = false;
-    }
-    emit dataChanged(index(row, 0), index(row + 1, ServiceColumnCount - 1));
+    storeRow(row, saved); // a stored new row takes the place of the new row, a fresh one follows
     emit headerDataChanged(Qt::Vertical, row, row + 1);
 }
 
-void ServiceGridModel::dropRow(int row)
+void ServiceGridModel::dropLine(int row)
 {
-    if (isNewRow(row)) {
-        m_newLine = {};
-        m_newBegun = false;
-        emit dataChanged(index(row, 0), index(row, ServiceColumnCount - 1));
+    const bool newRow = isNewRow(row);
+    dropRow(row);
+    if (newRow)
         emit headerDataChanged(Qt::Vertical, row, row);
-        return;
-    }
-    beginRemoveRows({}, row, row);
-    m_lines.removeAt(row);
-    m_editing.removeAt(row);
-    endRemoveRows();
 }
 
 ServiceGridView::ServiceGridView(QWidget *parent)

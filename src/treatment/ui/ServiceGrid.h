@@ -1,39 +1,36 @@
 #pragma once
 
+#include "base/ui/StoredRowsModel.h"
+#include "base/ui/TypingTableView.h"
 #include "treatment/ServiceEntry.h"
 
-#include <QAbstractTableModel>
 #include <QDate>
-#include "base/ui/TypingTableView.h"
 
 // The patient's service lines for the grid of the treatment window, with the new row at the
 // bottom. A row is written only by the save; typing into a row (or "Поправи") puts it into
 // edit mode, and only a row in edit mode is saved.
-class ServiceGridModel final : public QAbstractTableModel
+class ServiceGridModel final : public StoredRowsModel<ServiceLine>
 {
     Q_OBJECT
 public:
     explicit ServiceGridModel(QObject *parent = nullptr);
 
-    void setLines(const QList<ServiceLine> &lines);
-    int rowCount(const QModelIndex &parent = {}) const override;
+    void setLines(const QList<ServiceLine> &lines) { resetRows(lines); }
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    bool isNewRow(int row) const { return row == m_lines.size(); }
-    bool isEditing(int row) const;
-    // A row begun or put into correction and not saved yet.
-    bool hasUnsavedRow() const { return m_newBegun || m_editing.contains(true); }
-    ServiceLine line(int row) const;
+    // A row begun or put into correction and not saved yet is in edit mode.
+    bool isEditing(int row) const { return isTyped(row); }
+    ServiceLine line(int row) const { return isNewRow(row) || isStoredRow(row) ? shownRow(row) : ServiceLine{}; }
     void setEditing(int row);
     void setPrintMark(int row, bool marked);
     // The row after a successful save: stored, out of edit mode.
     void storeLine(int row, const ServiceLine &saved);
     // Drops the row from the grid (deleted, or the new row discarded).
-    void dropRow(int row);
+    void dropLine(int row);
     // The date a begun row starts with.
     void setNewRowDate(const QDate &date) { m_newRowDate = date; }
 
@@ -41,10 +38,6 @@ signals:
     void rowBegun(); // the user started typing into the new row
 
 private:
-    QList<ServiceLine> m_lines;
-    QList<bool> m_editing;
-    ServiceLine m_newLine;
-    bool m_newBegun = false;
     QDate m_newRowDate;
 };
 
