@@ -1,4 +1,4 @@
-#include "shell/cli/BackupCommand.h"
+#include "shell/cli/UpkeepCommands.h"
 
 #include "maintenance/Backup.h"
 

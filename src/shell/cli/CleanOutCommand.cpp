@@ -1,4 +1,4 @@
-#include "shell/cli/CleanOutCommand.h"
+#include "shell/cli/UpkeepCommands.h"
 
 #include "maintenance/CleanOut.h"
 #include "store/Sql.h"

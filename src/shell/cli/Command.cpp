@@ -1,8 +1,6 @@
 #include "shell/cli/Command.h"
 
 #include "shell/cli/AccountingCommand.h"
-#include "shell/cli/BackupCommand.h"
-#include "shell/cli/CleanOutCommand.h"
 #include "shell/cli/DemoCommand.h"
 #include "shell/cli/DoctorCommand.h"
 #include "shell/cli/EgnCommand.h"
@@ -11,9 +9,8 @@
 #include "shell/cli/ImportPostcodesCommand.h"
 #include "shell/cli/ImportZoksCommand.h"
 #include "shell/cli/PrintCommand.h"
-#include "shell/cli/RepairCommand.h"
 #include "shell/cli/ReportCommand.h"
-#include "shell/cli/RestoreCommand.h"
+#include "shell/cli/UpkeepCommands.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {

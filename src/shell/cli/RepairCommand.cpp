@@ -1,4 +1,4 @@
-#include "shell/cli/RepairCommand.h"
+#include "shell/cli/UpkeepCommands.h"
 
 #include "maintenance/Repair.h"
 #include "shell/cli/EgnRuleOption.h"

@@ -1,4 +1,4 @@
-#include "shell/cli/RestoreCommand.h"
+#include "shell/cli/UpkeepCommands.h"
 
 #include "maintenance/Restore.h"
 #include "store/Store.h"
