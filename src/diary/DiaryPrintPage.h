@@ -1,7 +1,7 @@
 #pragma once
 
-#include "diary/DiaryPrint.h"
 #include "base/Page.h"
+#include "diary/DiaryPrint.h"
 
 namespace diaryprint {
 

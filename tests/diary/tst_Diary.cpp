@@ -2,11 +2,11 @@
 #include "EscapeAsks.h"
 #include "TestPractice.h"
 
+#include "base/RunState.h"
 #include "diary/Diary.h"
 #include "diary/DiaryPrint.h"
 #include "diary/DiaryPrintPage.h"
 #include "diary/ui/Grafic.h"
-#include "base/RunState.h"
 #include "store/Sql.h"
 
 #include <QLabel>

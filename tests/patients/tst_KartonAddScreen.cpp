@@ -1,11 +1,11 @@
 #include "patients/EgnMessages.h"
+#include "base/RunState.h"
 #include "patients/EgnCorrection.h"
 #include "patients/EgnRuleSetting.h"
 #include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
-#include "base/RunState.h"
 #include "patients/ui/ViewHelp.h"
 
 #include "TestPractice.h"

@@ -1,9 +1,9 @@
 #include "TestPractice.h"
 
+#include "reports/PeriodLines.h"
 #include "reports/forms/Accounting.h"
 #include "reports/forms/Materials.h"
 #include "reports/forms/MaterialsPage.h"
-#include "reports/PeriodLines.h"
 #include "store/ReferenceData.h"
 #include "store/Scratch.h"
 #include "store/Sql.h"

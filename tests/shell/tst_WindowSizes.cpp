@@ -4,17 +4,18 @@
 #include "TestPractice.h"
 
 #include "admin/ui/Cenoraz.h"
-#include "diary/ui/Grafic.h"
 #include "admin/ui/MedicAdd.h"
 #include "admin/ui/MedicUnitForm.h"
 #include "base/RunState.h"
-#include "base/ui/WindowPlacement.h"
 #include "base/ui/PrintOffsetDialog.h"
 #include "base/ui/PrintPreview.h"
+#include "base/ui/WindowPlacement.h"
+#include "diary/ui/Grafic.h"
 #include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"
 #include "patients/ui/SeekName.h"
+#include "patients/ui/ViewHelp.h"
 #include "shell/ui/About.h"
 #include "shell/ui/ChangePassword.h"
 #include "shell/ui/HelpWindow.h"
@@ -24,7 +25,6 @@
 #include "shell/ui/frmMain.h"
 #include "treatment/ui/DenHelp.h"
 #include "treatment/ui/PathWay.h"
-#include "patients/ui/ViewHelp.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -2,11 +2,11 @@
 // the grid and Enter, and the rows it must refuse.
 #include "TestPractice.h"
 
+#include "base/RunState.h"
 #include "diary/Diary.h"
 #include "diary/ui/Grafic.h"
-#include "base/RunState.h"
-#include "store/Sql.h"
 #include "patients/ui/MouthView.h"
+#include "store/Sql.h"
 #include "treatment/ChartPicture.h"
 #include "treatment/PatientHeader.h"
 #include "treatment/ui/DenHelp.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "diary/Diary.h"
 #include "base/ui/OneWindow.h"
+#include "diary/Diary.h"
 
 #include <QDialog>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "reports/Period.h"
 #include "reports/claimscheck/AnnualPackage.h"
 #include "reports/claimscheck/ClaimRules.h"
-#include "reports/Period.h"
 #include "store/Result.h"
 
 #include <QDate>

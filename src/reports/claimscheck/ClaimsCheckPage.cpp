@@ -1,7 +1,7 @@
 #include "reports/claimscheck/ClaimsCheckPage.h"
 
-#include "reports/forms/ActivityReportPage.h"
 #include "reports/RuledList.h"
+#include "reports/forms/ActivityReportPage.h"
 #include "store/Dates.h"
 
 #include <array>

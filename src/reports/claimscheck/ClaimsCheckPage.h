@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Page.h"
-#include "reports/claimscheck/ClaimRules.h"
 #include "reports/Period.h"
+#include "reports/claimscheck/ClaimRules.h"
 
 #include <QList>
 #include <QString>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "patients/EgnRules.h"
+#include "reports/PeriodLines.h"
 #include "reports/claimscheck/AnnualPackage.h"
 #include "reports/claimscheck/ClaimRules.h"
-#include "reports/PeriodLines.h"
 
 #include <QHash>
 #include <QList>

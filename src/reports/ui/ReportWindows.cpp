@@ -1,6 +1,5 @@
 #include "reports/ui/ReportWindows.h"
 
-#include "reports/ui/Schet.h"
 #include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/RunState.h"
@@ -8,9 +7,10 @@
 #include "base/ui/BusyPointer.h"
 #include "base/ui/PrintPreview.h"
 #include "reports/claimscheck/ClaimsCheck.h"
-#include "reports/xml/StomatologyXml.h"
 #include "reports/ui/ClaimsCheckWindow.h"
+#include "reports/ui/Schet.h"
 #include "reports/ui/SeekDate.h"
+#include "reports/xml/StomatologyXml.h"
 #include "store/Sql.h"
 
 #include <QDir>

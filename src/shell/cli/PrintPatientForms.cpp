@@ -1,8 +1,8 @@
 #include "shell/cli/PrintCommand.h"
 
+#include "base/PrintOutput.h"
 #include "diary/DiaryPrint.h"
 #include "diary/DiaryPrintPage.h"
-#include "base/PrintOutput.h"
 #include "patients/DateLists.h"
 #include "patients/DateListsPage.h"
 #include "patients/PatientRecord.h"

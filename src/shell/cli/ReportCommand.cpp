@@ -1,8 +1,8 @@
 #include "shell/cli/ReportCommand.h"
 
-#include "diary/DiaryPrint.h"
 #include "base/PrintOutput.h"
 #include "base/RunState.h"
+#include "diary/DiaryPrint.h"
 #include "reports/claimscheck/ClaimsCheck.h"
 #include "reports/claimscheck/ClaimsCheckPage.h"
 #include "reports/forms/PrintedReports.h"

@@ -4,11 +4,11 @@
 #include "shell/ui/WindowHelp.h"
 
 #include "admin/ui/Cenoraz.h"
-#include "diary/ui/Grafic.h"
 #include "admin/ui/MedicUnitForm.h"
+#include "diary/ui/Grafic.h"
 #include "maintenance/ui/LegacyTakeoverScreen.h"
-#include "maintenance/ui/ZoksImportScreen.h"
 #include "maintenance/ui/MaintenanceCommands.h"
+#include "maintenance/ui/ZoksImportScreen.h"
 #include "patients/ui/EgnRuleForm.h"
 #include "patients/ui/KartonAdd.h"
 #include "patients/ui/KorEGN.h"

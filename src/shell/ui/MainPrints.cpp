@@ -1,12 +1,12 @@
 // The prints the main window's inquiry menu opens.
 #include "shell/ui/frmMain.h"
 
-#include "diary/DiaryPrint.h"
-#include "diary/DiaryPrintPage.h"
 #include "base/Calendar.h"
 #include "base/Dialogs.h"
 #include "base/RunState.h"
 #include "base/ui/PrintPreview.h"
+#include "diary/DiaryPrint.h"
+#include "diary/DiaryPrintPage.h"
 #include "patients/PatientRecord.h"
 #include "patients/PatientRecordPage.h"
 #include "store/Sql.h"
