@@ -87,34 +87,38 @@ Result<print::PageDescription> listPage(const PrintCommand::Run &run)
 
 } // namespace
 
-PrintCommand::Form recordPrintForm()
+namespace {
+
+// A form of one patient, asked for by the personal number: loaded, laid out, written.
+template <typename Load, typename Layout>
+PrintCommand::Form patientForm(const QString &name, const QString &summary, const QString &caption, Load load,
+                               Layout layout)
 {
     PrintCommand::Form form;
-    form.name = QStringLiteral("record");
-    form.summary = QStringLiteral("the patient's record (Стоматологичен картон)");
+    form.name = name;
+    form.summary = summary;
     form.options = {egnOption};
     form.required = {QStringLiteral("egn")};
-    form.print = [](const PrintCommand::Run &run) {
+    form.print = [name, caption, load, layout](const PrintCommand::Run &run) {
         const QString egn = run.value(QStringLiteral("egn"));
-        return writePage(run, QStringLiteral("record"), QStringLiteral("Картон на ") + egn,
-                         laidOut(patientrecord::LoadPatientRecord(store::clinicDb(), egn), patientrecord::RecordPage));
+        return writePage(run, name, caption + egn, laidOut(load(store::clinicDb(), egn), layout));
     };
     return form;
 }
 
+} // namespace
+
+PrintCommand::Form recordPrintForm()
+{
+    return patientForm(QStringLiteral("record"), QStringLiteral("the patient's record (Стоматологичен картон)"),
+                       QStringLiteral("Картон на "), patientrecord::LoadPatientRecord, patientrecord::RecordPage);
+}
+
 PrintCommand::Form dataPrintForm()
 {
-    PrintCommand::Form form;
-    form.name = QStringLiteral("data");
-    form.summary = QStringLiteral("the treatment data of a patient (Печат данни)");
-    form.options = {egnOption};
-    form.required = {QStringLiteral("egn")};
-    form.print = [](const PrintCommand::Run &run) {
-        const QString egn = run.value(QStringLiteral("egn"));
-        return writePage(run, QStringLiteral("data"), QStringLiteral("Данни за лечение на ") + egn,
-                         laidOut(treatmentdata::LoadTreatmentData(store::clinicDb(), egn), treatmentdata::TreatmentDataPage));
-    };
-    return form;
+    return patientForm(QStringLiteral("data"), QStringLiteral("the treatment data of a patient (Печат данни)"),
+                       QStringLiteral("Данни за лечение на "), treatmentdata::LoadTreatmentData,
+                       treatmentdata::TreatmentDataPage);
 }
 
 PrintCommand::Form diaryPrintForm()
