@@ -16,6 +16,7 @@ JointFiles::~JointFiles()
 {
     {
         QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+        // Back to the log; should this fail, the next opening of the store sets it all the same.
         if (db.isOpen()) {
             QSqlQuery(db).exec(QStringLiteral("PRAGMA clinic.journal_mode = WAL"));
             QSqlQuery(db).exec(QStringLiteral("PRAGMA main.journal_mode = WAL"));

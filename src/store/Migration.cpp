@@ -1,5 +1,6 @@
 #include "store/Migration.h"
 
+#include "store/Engine.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -19,14 +20,14 @@ void nothingToChange(const QSqlDatabase &) {}
 void migrateSchema(const QSqlDatabase &db, const QList<MigrationStep> &steps)
 {
     Q_ASSERT(steps.size() == SchemaVersion - 1);
-    const int version = scalar(db, QStringLiteral("PRAGMA user_version")).toInt();
+    const int version = engine().schemaVersion(db);
     if (version >= SchemaVersion)
         return;
     Transaction transaction(db);
     // A file of the system's own days carries no version (0): its layout is that of version 1.
     for (int step = std::max(version, 1) - 1; step < steps.size(); ++step)
         steps.at(step)(db);
-    run(db, QStringLiteral("PRAGMA user_version = %1").arg(SchemaVersion));
+    engine().setSchemaVersion(db, SchemaVersion);
     transaction.commit();
 }
 
